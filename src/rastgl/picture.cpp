@@ -1,0 +1,1 @@
+#include "rastgl/picture.h"
