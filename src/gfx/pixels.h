@@ -3,7 +3,7 @@
 #pragma once
 
 #include "gfx/framebuf.h"
-#include "rastgl/color565.h"
+#include "rastgl/colour565.h"
 
 #include <cstdint>
 

@@ -219,7 +219,7 @@ void DecodeIndexed(FrameBuf &picture, const GiHeader &header, std::int64_t input
     }
     if (!FitPlane(place, picture, layer.Data, 1))
         return;
-    DrawExpanded(picture, place, [=](std::uint8_t *pixels, const std::int32_t *w, const std::int32_t *h) {
+    DrawExpanded(picture, place, [&](std::uint8_t *pixels, const std::int32_t *w, const std::int32_t *h) {
         Graphics().VTGF_AlphaSimpleBufPalAlpha_Copy_32(pixels, layer.Data.data(), palette.data(), w, h);
     });
 }

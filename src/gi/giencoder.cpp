@@ -79,7 +79,7 @@ GiWriter::GiWriter(ByteArray &out, const FrameBuf &picture, std::int32_t type, c
     : m_out(out)
 {
     const std::int32_t layers = GiLayerCount(type);
-    m_end = std::size_t(GiHeaderSize + layers * GiLayerRecordSize);
+    m_end = std::size_t(GiHeaderSize) + std::size_t(layers) * GiLayerRecordSize;
     m_out.resize(std::max(m_out.size(), m_end));
     std::memset(m_out.data(), 0, m_end);
     PutLong(m_out, 0, GiMagic);

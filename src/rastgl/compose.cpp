@@ -73,14 +73,14 @@ std::uint32_t AlphaFor(std::uint32_t alpha, std::uint32_t five)
 // Each channel's sum, at most 255.
 std::uint32_t AddSaturated(std::uint32_t one, std::uint32_t other)
 {
-#if defined(__SSE2__)
+#if WB_X86_CHOICE
     const __m128i sum =
         _mm_adds_epu8(_mm_cvtsi32_si128(static_cast<int>(one)), _mm_cvtsi32_si128(static_cast<int>(other)));
     return static_cast<std::uint32_t>(_mm_cvtsi128_si32(sum));
 #else
     std::uint32_t sum = 0;
     for (int shift = 0; shift < 32; shift += 8)
-        sum |= std::min((one >> shift & 255) + (other >> shift & 255), 255u) << shift;
+        sum |= std::min((one >> shift & 255) + (other >> shift & 255), 255U) << shift;
     return sum;
 #endif
 }

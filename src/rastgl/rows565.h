@@ -3,7 +3,7 @@
 // and target do not overlap.
 #pragma once
 
-#include "rastgl/color565.h"
+#include "rastgl/colour565.h"
 
 #include <bit>
 #include <cstddef>

@@ -17,7 +17,7 @@ FrameBuf MakeFrame(std::int32_t width, std::int32_t height)
     FrameBuf frame;
     frame.Width = width;
     frame.Height = height;
-    frame.Pixels.resize(std::size_t(width * height * 4));
+    frame.Pixels.resize(std::size_t(PictureBytes(width, height)));
     std::iota(frame.Pixels.begin(), frame.Pixels.end(), std::uint8_t(3));
     return frame;
 }

@@ -14,12 +14,6 @@ namespace
 {
 
 using testing::Each;
-using testing::ElementsAre;
-
-std::array<std::int32_t, 4> PlaceOf(const FrameBuf &picture)
-{
-    return {picture.X, picture.Y, picture.Width, picture.Height};
-}
 
 // A 32-bit plane of pixels 0x01010101 * (first, first + 1, ...), top row first.
 ByteArray MakePlane(int pixels, int first = 1)
@@ -33,7 +27,7 @@ ByteArray MakePlane(int pixels, int first = 1)
 TEST(GiDecoder, ReadsPlanesTopRowFirst)
 {
     const FrameBuf wide = Decode(MakeGi(0, Masks8888, {5, 6, 8, 8}, {{{5, 6, 8, 8}, MakePlane(6)}}));
-    EXPECT_THAT(PlaceOf(wide), ElementsAre(5, 6, 3, 2));
+    EXPECT_EQ(PlaceOf(wide), (GiRect{5, 6, 8, 8}));
     EXPECT_EQ(wide.Kind, "GI");
     EXPECT_EQ(Load32(wide.Pixels.data()), 0x04040404U) << "the bottom row comes first in memory";
     EXPECT_EQ(PixelAt(wide, 2, 0), 0x03030303U);
@@ -45,10 +39,10 @@ TEST(GiDecoder, ReadsPlanesTopRowFirst)
 
     ByteArray palette(1024, 0);
     for (int i = 0; i < 4; i++)
-        palette[std::size_t(9 * 4 + i)] = std::uint8_t(0x10 * (i + 1));
+        palette[std::size_t(9) * 4 + std::size_t(i)] = std::uint8_t(0x10 * (i + 1));
     const FrameBuf indexed =
         Decode(MakeGi(4, Masks565, {3, 3, 5, 4}, {{{3, 3, 5, 4}, {9, 0}}, {{}, palette}}));
-    EXPECT_THAT(PlaceOf(indexed), ElementsAre(0, 0, 2, 1)) << "type 4 leaves the place as it is";
+    EXPECT_EQ(PlaceOf(indexed), (GiRect{0, 0, 2, 1})) << "type 4 leaves the place as it is";
     EXPECT_EQ(PixelAt(indexed, 0, 0), 0x40102030U);
 }
 
@@ -56,32 +50,34 @@ TEST(GiDecoder, SizesAndSkips)
 {
     const ByteArray run = MakeRunLayer(1, 1, {0x81, 0xFF, 0xFF, 0});
     const GiRect box = {1, 2, 4, 6};
+    ByteArray cut = MakeGi(1, Masks565, box, {{box, run}});
+    cut.pop_back();
     struct Case {
         const char *name;
         ByteArray gi;
-        std::array<std::int32_t, 4> place;
+        GiRect place;
     };
     const std::vector<Case> blank = {
-        {"no layer 0", MakeGi(1, Masks565, box, {{{}, {}}}), {1, 2, 3, 4}},
-        {"no layers", MakeGi(2, Masks565, box, {}), {1, 2, 3, 4}},
-        {"unknown masks", MakeGi(0, {1, 2, 3, 4}, box, {{box, MakePlane(12)}}), {1, 2, 3, 4}},
-        {"plane without a whole row", MakeGi(0, Masks8888, box, {{box, MakePlane(2)}}), {1, 2, 3, 4}},
-        {"plane left of the canvas",
-         MakeGi(0, Masks8888, box, {{{0, 2, 4, 6}, MakePlane(16)}}),
-         {1, 2, 3, 4}},
-        {"layer too short for its palette", MakeGi(3, Masks565, box, {{box, run}, {box, run}}), {1, 2, 3, 4}},
-        {"type 5 has its layer's size", MakeGi(5, Masks565, box, {{{7, 7, 9, 8}, run}}), {7, 7, 2, 1}},
-        {"type 6 has the header's", MakeGi(6, Masks565, box, {{{7, 7, 9, 8}, run}}), {1, 2, 3, 4}},
+        {"no layer 0", MakeGi(1, Masks565, box, {{{}, {}}}), box},
+        {"data beyond the end", cut, box},
+        {"no layers", MakeGi(2, Masks565, box, {}), box},
+        {"unknown masks", MakeGi(0, {1, 2, 3, 4}, box, {{box, MakePlane(12)}}), box},
+        {"plane without a whole row", MakeGi(0, Masks8888, box, {{box, MakePlane(2)}}), box},
+        {"plane left of the canvas", MakeGi(0, Masks8888, box, {{{0, 2, 4, 6}, MakePlane(16)}}), box},
+        {"layer too short for its palette", MakeGi(3, Masks565, box, {{box, run}, {box, run}}), box},
+        {"type 5 has its layer's size", MakeGi(5, Masks565, box, {{{7, 7, 9, 8}, run}}), {7, 7, 9, 8}},
+        {"type 6 has the header's", MakeGi(6, Masks565, box, {{{7, 7, 9, 8}, run}}), box},
         {"no type", MakeGi(7, Masks565, box, {{box, run}}), {0, 0, 0, 0}},
         {"no palette", MakeGi(4, Masks565, box, {{box, ByteArray(12, 1)}, {{}, {}}}), {0, 0, 0, 0}},
-        {"negative", MakeGi(1, Masks565, {4, 2, 1, 6}, {{box, run}}), {4, 2, 0, 0}},
+        {"negative", MakeGi(1, Masks565, {4, 2, 1, 6}, {{box, run}}), {4, 2, 4, 2}},
         {"huge", MakeGi(1, Masks565, {0, 0, 1 << 20, 1 << 20}, {{box, run}}), {0, 0, 0, 0}},
         {"out of proportion", MakeGi(1, Masks565, {0, 0, 8192, 8192}, {{box, run}}), {0, 0, 0, 0}},
     };
     for (const Case &one : blank) {
         const FrameBuf picture = Decode(one.gi);
         EXPECT_EQ(PlaceOf(picture), one.place) << one.name;
-        EXPECT_EQ(picture.Pixels.size(), std::size_t(picture.Width * picture.Height * 4)) << one.name;
+        EXPECT_EQ(picture.Pixels.size(), std::size_t(PictureBytes(picture.Width, picture.Height)))
+            << one.name;
         EXPECT_THAT(picture.Pixels, Each(0)) << one.name;
         EXPECT_EQ(picture.Kind, "GI") << one.name;
         EXPECT_EQ(picture.GiType, GetLong(one.gi, 40)) << one.name;
@@ -191,7 +187,7 @@ TEST(GiDecoder, ClipsToTheCanvas)
         std::int32_t offset = 0;
         DecodeGi(canvas, gi, offset);
         DecodeGi(around, gi, offset);
-        ASSERT_THAT(PlaceOf(canvas), ElementsAre(0, 0, 20, 10));
+        ASSERT_EQ(PlaceOf(canvas), (GiRect{0, 0, 20, 10}));
         for (std::int32_t i = 0; i < 200; i++)
             ASSERT_EQ(PixelAt(canvas, i % 20, i / 20), PixelAt(around, i % 20 - around.X, i / 20 - around.Y))
                 << "type " << type << " round " << round << " pixel " << i;

@@ -85,8 +85,13 @@ FrameBuf MakeCanvas(const GiRect &place)
     canvas.Y = place.Top;
     canvas.Width = std::int32_t(place.Width());
     canvas.Height = std::int32_t(place.Height());
-    canvas.Pixels.assign(std::size_t(canvas.Width * canvas.Height * 4), 0);
+    canvas.Pixels.assign(std::size_t(place.Width() * place.Height() * 4), 0);
     return canvas;
+}
+
+GiRect PlaceOf(const FrameBuf &picture)
+{
+    return {picture.X, picture.Y, picture.X + picture.Width, picture.Y + picture.Height};
 }
 
 } // namespace wb::test

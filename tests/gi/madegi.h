@@ -34,5 +34,6 @@ void SetPixel(FrameBuf &picture, std::int32_t x, std::int32_t y, std::uint32_t p
 
 // An empty picture of that size and place.
 FrameBuf MakeCanvas(const GiRect &place);
+GiRect PlaceOf(const FrameBuf &picture);
 
 } // namespace wb::test

@@ -1,6 +1,5 @@
 #include "plainencoder.h"
 
-#include "gfx/graphicslibrary.h"
 #include "gfx/pixels.h"
 #include "madegi.h"
 
@@ -23,7 +22,7 @@ std::uint16_t Premultiplied(std::uint32_t pixel)
                    BlendOver(0, pixel & 255, a));
 }
 
-enum class Coding { Colour, Transparency, Raw };
+enum class Coding { Colour, Transparency };
 
 void AppendRow(ByteArray &out, const FrameBuf &picture, std::int32_t y, Coding coding)
 {
@@ -57,7 +56,7 @@ void AppendRow(ByteArray &out, const FrameBuf &picture, std::int32_t y, Coding c
         if (coding == Coding::Colour)
             Append16(out, Premultiplied(pixel));
         else
-            out.push_back(coding == Coding::Raw ? pixel >> 24 : InvAlpha6(pixel >> 24));
+            out.push_back(InvAlpha6(pixel >> 24));
         if (out[std::size_t(run)] == 0xFF)
             run = -1;
     }
@@ -76,7 +75,7 @@ ByteArray RowsOf(const FrameBuf &picture, Coding coding)
 
 FrameBuf WorkLayer(const FrameBuf &picture, std::int32_t layer, std::int32_t transClass)
 {
-    FrameBuf work = MakeCanvas({picture.X, picture.Y, picture.X + picture.Width, picture.Y + picture.Height});
+    FrameBuf work = MakeCanvas(PlaceOf(picture));
     for (std::int32_t y = 0; y < picture.Height; y++)
         for (std::int32_t x = 0; x < picture.Width; x++) {
             const std::uint32_t alpha = PixelAt(picture, x, y) >> 24;
@@ -104,11 +103,6 @@ FrameBuf Crop(const FrameBuf &picture)
     return cropped;
 }
 
-GiRect PlaceOf(const FrameBuf &picture)
-{
-    return {picture.X, picture.Y, picture.X + picture.Width, picture.Y + picture.Height};
-}
-
 ByteArray PlaneOf(const FrameBuf &picture, bool is565)
 {
     ByteArray plane;
@@ -125,50 +119,11 @@ ByteArray PlaneOf(const FrameBuf &picture, bool is565)
     return plane;
 }
 
-struct Reduced {
-    ByteArray indexes, palette;
-};
-
-Reduced Reduce(const FrameBuf &picture)
-{
-    Reduced reduced = {ByteArray(picture.Pixels.size() / 4, 0), ByteArray(1024, 0)};
-    Graphics().VTGF_RGBAtoIndexed8(reduced.indexes.data(), reduced.palette.data(), picture.Pixels.data(),
-                                   &picture.Width, &picture.Height);
-    return reduced;
-}
-
-ByteArray IndexedLayer(const FrameBuf &picture, std::int32_t layer)
-{
-    const Reduced reduced = Reduce(picture);
-    FrameBuf carrier = MakeCanvas(PlaceOf(picture));
-    for (std::int32_t i = 0; i < picture.Width * picture.Height; i++)
-        SetPixel(carrier, i % picture.Width, i / picture.Width,
-                 std::uint32_t(reduced.indexes[std::size_t(i)]) << 24);
-    ByteArray data = MakeRunLayer(std::uint32_t(picture.Width), std::uint32_t(picture.Height),
-                                  RowsOf(carrier, Coding::Raw));
-    ByteArray palette;
-    for (std::size_t i = 0; i < 1024; i += 4) {
-        const std::uint8_t *entry = &reduced.palette[i];
-        if (layer == 0) {
-            Append16(palette, Pack565(entry[0], entry[1], entry[2]));
-            continue;
-        }
-        Append16(palette, Premultiplied(PixelOf(entry[0], entry[1], entry[2], entry[3])));
-        Append16(palette, InvAlpha6(entry[3]));
-    }
-    data.insert(data.begin() + 16, palette.begin(), palette.end());
-    return data;
-}
-
 } // namespace
 
 ByteArray EncodePlainly(const FrameBuf &picture, std::int32_t type, std::int32_t transClass, bool crop)
 {
     const GiRect place = PlaceOf(picture);
-    if (type == 4) {
-        const Reduced reduced = Reduce(picture);
-        return MakeGi(4, Masks565, place, {{place, reduced.indexes}, {{}, reduced.palette}});
-    }
     if (type == 0) {
         const bool is565 = transClass == 0;
         const FrameBuf work = crop && !is565 ? Crop(picture) : picture;
@@ -182,9 +137,8 @@ ByteArray EncodePlainly(const FrameBuf &picture, std::int32_t type, std::int32_t
         if (work.Width == 0)
             continue;
         const ByteArray rows = RowsOf(work, i == 2 ? Coding::Transparency : Coding::Colour);
-        layers[std::size_t(i)] = {PlaceOf(work), type == 3 ? IndexedLayer(work, i)
-                                                           : MakeRunLayer(std::uint32_t(work.Width),
-                                                                          std::uint32_t(work.Height), rows)};
+        layers[std::size_t(i)] = {PlaceOf(work),
+                                  MakeRunLayer(std::uint32_t(work.Width), std::uint32_t(work.Height), rows)};
     }
     ByteArray gi = MakeGi(type, Masks565, place, layers);
     for (std::size_t i = 0; i < layers.size(); i++) // the record of an empty layer stays zero

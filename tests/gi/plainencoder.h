@@ -1,4 +1,4 @@
-// The GI encoder step by step, pixel by pixel: slow, and simple enough to be believed.
+// The GI encoder for types 0 to 2, step by step and pixel by pixel: slow, and simple enough to be believed.
 #pragma once
 
 #include "gfx/framebuf.h"

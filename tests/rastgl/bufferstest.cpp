@@ -23,7 +23,7 @@ Bytes RandomBytes(std::size_t count, unsigned seed)
 // Pixels of which about every fourth is visible.
 Bytes SparsePixels(int width, int height, unsigned seed)
 {
-    Bytes pixels = RandomBytes(std::size_t(width * height * 4), seed);
+    Bytes pixels = RandomBytes(std::size_t(width) * std::size_t(height) * 4, seed);
     for (std::size_t i = 3; i < pixels.size(); i += 4)
         pixels[i] = pixels[i] % 4 == 0 ? pixels[i] : 0;
     return pixels;
@@ -72,8 +72,8 @@ TEST(Buffers, CopiesTheCommonPart)
         const std::int32_t tw = within(1, 9), th = within(1, 9), sw = within(1, 9), sh = within(1, 9);
         const std::int32_t tx = within(-10, 10), ty = within(-10, 10), sx = within(-10, 10),
                            sy = within(-10, 10);
-        Bytes source = RandomBytes(std::size_t(sw * sh * 4), unsigned(round));
-        Bytes target = RandomBytes(std::size_t(tw * th * 4), unsigned(round) + 1000);
+        Bytes source = RandomBytes(std::size_t(sw) * std::size_t(sh) * 4, unsigned(round));
+        Bytes target = RandomBytes(std::size_t(tw) * std::size_t(th) * 4, unsigned(round) + 1000);
         Bytes expected = target;
         for (int y = 0; y < th; y++)
             for (int x = 0; x < tw; x++) {
@@ -124,7 +124,7 @@ TEST(Buffers, ConvertsPlanes)
 {
     const std::int32_t height = 2;
     for (std::int32_t width = 0; width < 200; width++) {
-        const auto pixelCount = std::size_t(width * height);
+        const std::size_t pixelCount = std::size_t(width) * std::size_t(height);
         Bytes pixels = RandomBytes(pixelCount * 4, unsigned(width));
         const Bytes palette = RandomBytes(1024, 3);
         const Bytes indexes = RandomBytes(pixelCount, 4);

@@ -180,7 +180,7 @@ TEST(Layers, DrawCodedPixelsOnly)
         // In a larger canvas, both ways round.
         for (const int step : {24, -24}) {
             Bytes canvas(6 * 5 * 4);
-            std::uint8_t *first = &canvas[std::size_t((step > 0 ? 1 : 3) * 24 + 4)];
+            std::uint8_t *first = canvas.data() + (step > 0 ? 1 : 3) * 24 + 4;
             VTGR_AlphaIndexed_DrawRGBA_16(first, step, MakeLayer(4, 3, palette, row.coded).data());
             std::string drawn;
             int all = 0;
