@@ -100,7 +100,7 @@ QWidget *frmMain::MakePageButtons()
 
 void frmMain::MakePages()
 {
-    m_viewer = new ViewerPage(m_settings, m_dialogs, m_jobs, m_res, m_pages);
+    m_viewer = new ViewerPage(m_settings, m_dialogs, m_abort, m_res, m_pages);
     m_options = new OptionsPage(m_settings, m_dialogs, m_pages);
     for (int i = 0; i < PageCount; ++i) {
         Page *page = nullptr;
@@ -196,7 +196,7 @@ void frmMain::Shutdown()
         return;
     SaveSettings(m_settingsPath, m_settings);
     m_settingsPath.clear();
-    m_jobs.Abort();
+    m_abort.Set();
     tmrFocusChecker.stop();
     for (int i = 0; i < m_pages->count(); ++i)
         static_cast<Page *>(m_pages->widget(i))->Release();

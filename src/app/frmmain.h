@@ -4,7 +4,7 @@
 #include "platform/desktop/notificationicon.h"
 #include "platform/desktop/wheelnotches.h"
 #include "services/dialogs.h"
-#include "services/jobs.h"
+#include "services/abortflag.h"
 #include "services/settings.h"
 #include "widgets/frmres.h"
 
@@ -61,7 +61,7 @@ private:
     Dialogs &m_dialogs;
     QString m_settingsPath;
     Settings m_settings;
-    Jobs m_jobs;
+    AbortFlag m_abort;
     frmRes m_res;
     bool m_active = true;
     int m_currentPage = 0; // the page last shown among those that are drawn anew

@@ -30,7 +30,7 @@ QLabel *NewLabel(const char *name, QWidget *parent)
 
 } // namespace
 
-Display::Display(Settings &settings, Dialogs &dialogs, Jobs &jobs, const frmRes &res, QWidget *parent)
+Display::Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res, QWidget *parent)
     : QWidget(parent), m_settings(settings), m_dialogs(dialogs), m_res(res),
       picPicture(new PictureArea(QStringLiteral("picPicture"), res.curOpenHand, res.curClosedHand, this)),
       cmdPlay(new PictureButton(QStringLiteral("cmdPlay"), res.imgPlay, tr("Воспроизвести (пробел)"), this)),
@@ -56,7 +56,7 @@ Display::Display(Settings &settings, Dialogs &dialogs, Jobs &jobs, const frmRes 
     connect(cmdPlay, &QToolButton::clicked, this, &Display::TogglePlayback);
     connect(cmdZoomIn, &QToolButton::clicked, this, [this] { SetZoom(ZoomedIn(m_zoom)); });
     connect(cmdZoomOut, &QToolButton::clicked, this, [this] { SetZoom(ZoomedOut(m_zoom)); });
-    connect(cmdAbort, &QToolButton::clicked, this, [&jobs] { jobs.Abort(); });
+    connect(cmdAbort, &QToolButton::clicked, this, [&abort] { abort.Set(); });
     connect(cmdAbort, &QToolButton::released, this, &Display::Released);
     connect(sldFrame, &QSlider::valueChanged, this, &Display::FrameMoved);
     connect(picPicture, &PictureArea::Released, this, &Display::Released);

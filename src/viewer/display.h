@@ -3,7 +3,7 @@
 
 #include "gfx/frameset.h"
 #include "services/dialogs.h"
-#include "services/jobs.h"
+#include "services/abortflag.h"
 #include "services/settings.h"
 #include "widgets/frmres.h"
 #include "widgets/picturearea.h"
@@ -26,7 +26,7 @@ class Display : public QWidget
     Q_OBJECT
 
 public:
-    Display(Settings &settings, Dialogs &dialogs, Jobs &jobs, const frmRes &res, QWidget *parent);
+    Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res, QWidget *parent);
 
     bool Busy() const { return m_busy; }
     const QString &DocumentPath() const { return m_documentPath; }

@@ -46,9 +46,9 @@ const char *ButtonOf(std::span<const KeyButton> keys, QChar character)
 
 } // namespace
 
-ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, Jobs &jobs, const frmRes &res, QWidget *parent)
+ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res, QWidget *parent)
     : Page(parent), m_settings(settings), m_browser(new Browser(settings, res, this)),
-      m_display(new Display(settings, dialogs, jobs, res, this))
+      m_display(new Display(settings, dialogs, abort, res, this))
 {
     auto *halves = new QSplitter(this);
     halves->setChildrenCollapsible(false);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "services/dialogs.h"
-#include "services/jobs.h"
+#include "services/abortflag.h"
 #include "services/settings.h"
 #include "widgets/frmres.h"
 #include "widgets/page.h"
@@ -18,7 +18,7 @@ class ViewerPage : public Page
     Q_OBJECT
 
 public:
-    ViewerPage(Settings &settings, Dialogs &dialogs, Jobs &jobs, const frmRes &res, QWidget *parent);
+    ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res, QWidget *parent);
 
     void ApplySettings() override;
     void Redraw() override;

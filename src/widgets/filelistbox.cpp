@@ -18,7 +18,7 @@ constexpr int RefreshInterval = 4000; // ms
 
 }
 
-class FileListBox::Rows : public ListRows
+class FileListBox::Rows : public RowSource
 {
 public:
     Rows(FolderRows rows, std::shared_ptr<const std::vector<QIcon>> pictures)

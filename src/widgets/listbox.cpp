@@ -28,7 +28,7 @@ public:
         return {};
     }
 
-    void Replace(std::shared_ptr<const ListRows> rows)
+    void Replace(std::shared_ptr<const RowSource> rows)
     {
         beginResetModel();
         m_rows = std::move(rows);
@@ -36,7 +36,7 @@ public:
     }
 
 private:
-    std::shared_ptr<const ListRows> m_rows;
+    std::shared_ptr<const RowSource> m_rows;
 };
 
 ListBox::ListBox(const QString &name, QWidget *parent) : QListView(parent), m_model(new ListBoxModel(this))
@@ -72,7 +72,7 @@ int ListBox::WholeRowsInView() const
     return rowHeight > 0 ? viewport()->height() / rowHeight : 0;
 }
 
-void ListBox::SetRows(std::shared_ptr<const ListRows> rows, int row, bool quiet)
+void ListBox::SetRows(std::shared_ptr<const RowSource> rows, int row, bool quiet)
 {
     m_replacing = true;
     m_model->Replace(std::move(rows));

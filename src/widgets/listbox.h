@@ -12,10 +12,10 @@ namespace wb
 class ListBoxModel;
 
 // What a list box shows. It stays unchanged while the list box holds it.
-class ListRows
+class RowSource
 {
 public:
-    virtual ~ListRows() = default;
+    virtual ~RowSource() = default;
     virtual int Count() const = 0;
     virtual QString Text(int row) const = 0;
     virtual QIcon Picture(int row) const = 0;
@@ -38,7 +38,7 @@ public:
     int WholeRowsInView() const;
 
     // Replaces the rows and selects `row` (-1: none). Says that the selection changed unless `quiet`.
-    void SetRows(std::shared_ptr<const ListRows> rows, int row, bool quiet);
+    void SetRows(std::shared_ptr<const RowSource> rows, int row, bool quiet);
 
 Q_SIGNALS:
     void SelectionChanged();
