@@ -2,6 +2,7 @@
 #include "app/frmmain.h"
 #include "app/skin.h"
 #include "app/startup.h"
+#include "platform/nativepath.h"
 #include "widgets/desktopdialogs.h"
 
 #include <QApplication>
@@ -25,7 +26,7 @@ int TakeScreenshot(const QStringList &arguments)
     bool saved = false;
     {
         // Settings of its own: the user's stay as they are.
-        wb::frmMain window(dialogs, QStringLiteral("C:") + scratch.filePath(QStringLiteral("Options.ini")));
+        wb::frmMain window(dialogs, wb::FromNativePath(scratch.filePath(QStringLiteral("Options.ini")).toStdString()));
         window.resize(size[0].toInt(), size[1].toInt());
         window.show();
         if (arguments.size() > 4) {
