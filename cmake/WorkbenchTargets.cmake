@@ -38,3 +38,12 @@ function(workbench_test name)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" TIMEOUT 600)
 endfunction()
+
+# workbench_plain_test(NAME SOURCES...): as workbench_test, for the folders below the graphics library.
+function(workbench_plain_test name)
+  add_executable(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE workbench_core GTest::gtest_main GTest::gmock workbench_flags)
+  target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+endfunction()

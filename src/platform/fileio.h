@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <string>
 
+struct stat;
+
 namespace wb
 {
 
@@ -68,6 +70,8 @@ public:
     std::size_t ReadAt(std::int64_t offset, std::span<std::uint8_t> target) const;
 
 private:
+    friend FileError ReadWholeFile(const std::string &path, ByteArray &bytes, std::int64_t limit);
+
     int m_descriptor = -1;
     std::int64_t m_size = 0;
 };
@@ -104,11 +108,11 @@ public:
     void Abandon();
 
 private:
-    FileError OpenBeside(const std::string &path);
+    FileError OpenExisting(const std::string &path);
+    FileError OpenBeside(const std::string &target, const struct stat &older);
     FileError Fail(int errorNumber);
 
     int m_descriptor = -1;
-    std::int64_t m_position = 0;
     std::string m_path;    // what Commit makes
     std::string m_written; // what is being written: the temporary, or m_path itself; empty for a device
     FileError m_error = FileError::None;

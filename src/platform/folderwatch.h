@@ -17,15 +17,18 @@ public:
 
     // Watches the native path `folder` from now on, instead of what was watched before. Call it before
     // listing the folder, so that no change falls between.
-    void Watch(const std::string &folder);
+    void Watch(std::string folder);
     void Stop();
 
     // False only when nothing was added to the folder, removed from it or renamed in it since Watch or the
     // last answer. Does not wait. Always true where the system can't tell: nothing watched, a network or FUSE
-    // file system, no more watches to be had, the folder itself removed, moved or hidden by a mount.
+    // file system, no more watches to be had. When the folder itself is removed, moved or hidden by a mount
+    // the answer is true, and what has the path then is watched.
     bool MayHaveChanged();
 
 private:
+    void Begin();
+    void End();
     bool DrainEvents();
     bool IsSameFolder() const;
 
