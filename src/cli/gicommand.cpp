@@ -3,6 +3,7 @@
 #include "gfx/graphicslibrary.h"
 #include "gfx/pixels.h"
 #include "gi/giencoder.h"
+#include "gi/giformat.h"
 #include "platform/nativepath.h"
 
 #include <QStringList>

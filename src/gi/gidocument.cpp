@@ -1,6 +1,6 @@
 #include "gi/gidocument.h"
 
-#include "gfx/framebuf.h"
+#include "common/files.h"
 #include "gfx/pixels.h"
 #include "gi/gidecoder.h"
 
@@ -17,6 +17,16 @@ FrameSet OpenGiDocument(ByteView buffer, std::int32_t offset)
         document.FrameTypes = {picture.GiType};
     }
     return document;
+}
+
+FrameBuf LoadGiFile(const QString &path)
+{
+    ByteArray bytes;
+    ReadFileBytes(path, bytes);
+    FrameBuf picture;
+    std::int32_t offset = 0;
+    DecodeGi(picture, bytes, offset);
+    return picture;
 }
 
 } // namespace wb
