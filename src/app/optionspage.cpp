@@ -35,14 +35,15 @@ OptionsPage::OptionsPage(Settings &settings, Dialogs &dialogs, QWidget *parent)
     column->addStretch(1);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(12, 12, 12, 12);
-    row->addWidget(content, 100);
-    row->addStretch(1);
+    row->addWidget(content, 1);
+    row->addStretch(0);
 }
 
 QGroupBox *OptionsPage::MakeViewGroup()
 {
     auto *group = new QGroupBox(tr("Просмотр"), this);
     auto *column = new QVBoxLayout(group);
+    column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(AddCheck("chkAutoPlayAnim", tr("Сразу воспроизводить анимацию"), &Settings::AutoPlayAnim, group));
     column->addWidget(AddCheck("chkAutoPlaySound", tr("Сразу воспроизводить звук"), &Settings::AutoPlaySound, group));
     column->addWidget(
@@ -61,6 +62,7 @@ QGroupBox *OptionsPage::MakeColourGroup()
 {
     auto *group = new QGroupBox(tr("Цвета"), this);
     auto *form = new QFormLayout(group);
+    form->setContentsMargins(0, 0, 0, 0);
     form->setVerticalSpacing(12);
     form->setHorizontalSpacing(16);
     form->addRow(tr("Фон области просмотра"), AddSwatch("picBackColor1", &Settings::BackColor1, true, group));
@@ -73,6 +75,7 @@ QGroupBox *OptionsPage::MakeScaleGroup()
 {
     auto *group = new QGroupBox(tr("Звук и экспорт"), this);
     auto *form = new QFormLayout(group);
+    form->setContentsMargins(0, 0, 0, 0);
     form->setVerticalSpacing(12);
     form->setHorizontalSpacing(16);
     form->addRow(tr("Громкость"), AddScale("sldVolume", "lblSoundVolume", &Settings::SoundVolume, group));
@@ -84,6 +87,7 @@ QGroupBox *OptionsPage::MakeAssociationGroup()
 {
     auto *group = new QGroupBox(tr("Открывать этой программой"), this);
     auto *row = new QHBoxLayout(group);
+    row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(18);
     row->addWidget(AddCheck("chkPKG", QStringLiteral("PKG"), &Settings::AssocPKG, group));
     row->addWidget(AddCheck("chkGI", QStringLiteral("GI"), &Settings::AssocGI, group));

@@ -6,6 +6,7 @@
 #include "widgets/desktopdialogs.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -34,8 +35,10 @@ int TakeScreenshot(const QStringList &arguments)
             window.OpenCommandLine(asked.folder, asked.name);
         }
         window.ShowPage(arguments[3].toInt());
-        QTimer::singleShot(SettlingTime, &QApplication::quit);
-        QApplication::exec();
+        // Not QApplication's own loop, whose end closes the window.
+        QEventLoop settling;
+        QTimer::singleShot(SettlingTime, &settling, &QEventLoop::quit);
+        settling.exec();
         saved = window.grab().save(arguments[1]);
     }
     wb::UnloadLibraries();

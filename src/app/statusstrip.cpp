@@ -31,6 +31,7 @@ StatusStrip::StatusStrip(QWidget *parent)
     memory->setObjectName(QStringLiteral("lblMemory"));
     prgProgress->setFixedSize(260, 8);
     prgMem->setFixedSize(140, 8);
+    ShowProgress(false);
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(12, 0, 12, 0);
@@ -49,6 +50,7 @@ void StatusStrip::ProgressStart(std::int32_t maximum, const QString &text)
 {
     prgProgress->SetMaximum(maximum);
     lblStatus->setText(text);
+    ShowProgress(true);
     QCoreApplication::processEvents();
 }
 
@@ -64,7 +66,11 @@ void StatusStrip::ProgressClear()
     prgProgress->SetValue(0);
     prgProgress->SetMaximum(1);
     lblStatus->clear();
+    ShowProgress(false);
 }
+
+// A bar that stands at nothing is only clutter.
+void StatusStrip::ShowProgress(bool shown) { prgProgress->setVisible(shown); }
 
 void StatusStrip::ShowMemory(const MemoryStatus &memory)
 {

@@ -28,6 +28,8 @@ public:
     void ShowMemory(const MemoryStatus &memory);
 
 private:
+    void ShowProgress(bool shown);
+
     QLabel *lblStatus;
     Gauge *prgProgress;
     Gauge *prgMem;
