@@ -1,0 +1,105 @@
+// JPEG pictures (ITU-T T.81 with JFIF or Adobe markers), decoded by libjpeg.
+#include "rastgl/jpegerrors.h"
+#include "rastgl/picture.h"
+#include "rastgl/rastgl.h"
+
+#include <vector>
+
+namespace
+{
+
+using namespace rastgl;
+
+struct JpegRead {
+    jpeg_decompress_struct info{};
+    JpegErrors errors;
+    jpeg_progress_mgr progress{};
+    PicturePtr picture;
+    std::vector<std::uint8_t> inks; // one row of C, M, Y, K
+
+    JpegRead()
+    {
+        info.err = &errors;
+        jpeg_create_decompress(&info);
+    }
+    ~JpegRead() { jpeg_destroy_decompress(&info); }
+    JpegRead(const JpegRead &) = delete;
+    JpegRead &operator=(const JpegRead &) = delete;
+};
+
+// A scan of a few bytes makes the decoder walk the whole picture; no encoder makes more than a few dozen.
+void LimitScans(j_common_ptr info)
+{
+    constexpr int MaxScans = 200;
+    if (reinterpret_cast<j_decompress_ptr>(info)->input_scan_number > MaxScans)
+        JpegErrors::Exit(info);
+}
+
+bool HasInks(const jpeg_decompress_struct &info)
+{
+    return info.jpeg_color_space == JCS_CMYK || info.jpeg_color_space == JCS_YCCK;
+}
+
+// Reads the header and makes the picture; false when there is none to make.
+bool Begin(JpegRead &read, Bytes file)
+{
+    // A block of 64 pixels takes at least one bit.
+    constexpr std::int64_t PixelsPerByte = 64 * 8;
+
+    jpeg_mem_src(&read.info, file.data(), static_cast<unsigned long>(file.size()));
+    jpeg_read_header(&read.info, TRUE);
+    if (!IsPlausible(read.info.image_width, read.info.image_height, file.size(), PixelsPerByte))
+        return false;
+    read.picture = NewPicture(read.info.image_width, read.info.image_height, 24);
+    if (!read.picture)
+        return false;
+    read.info.out_color_space = HasInks(read.info) ? JCS_CMYK : JCS_EXT_BGRA;
+    read.progress.progress_monitor = LimitScans;
+    read.info.progress = &read.progress;
+    return true;
+}
+
+// Adobe's programs store inks inverted, 255 for none; plain files store 255 for all.
+void InksToColours(const std::uint8_t *inks, std::uint8_t *row, std::int32_t width, bool inverted)
+{
+    const int flip = inverted ? 0 : 255;
+    for (std::int32_t x = 0; x < width; ++x, inks += 4, row += 4) {
+        const int black = inks[3] ^ flip;
+        for (int channel = 0; channel < 3; ++channel)
+            row[2 - channel] = std::uint8_t(((inks[channel] ^ flip) * black + 127) / 255);
+    }
+}
+
+void ReadRows(JpegRead &read)
+{
+    jpeg_decompress_struct &info = read.info;
+    Picture &picture = *read.picture;
+    jpeg_start_decompress(&info);
+    while (info.output_scanline < info.output_height) {
+        std::uint8_t *row = picture.Row(std::int32_t(info.output_scanline));
+        JSAMPROW target = read.inks.empty() ? row : read.inks.data();
+        jpeg_read_scanlines(&info, &target, 1);
+        if (!read.inks.empty())
+            InksToColours(read.inks.data(), row, picture.width, info.saw_Adobe_marker != FALSE);
+    }
+}
+
+PicturePtr DecodeJpeg(Bytes file)
+{
+    JpegRead read;
+    bool begun = false;
+    RunUntilJump(read.errors.jump, [&] { begun = Begin(read, file); });
+    if (!begun)
+        return nullptr;
+    if (HasInks(read.info))
+        read.inks.resize(std::size_t(read.picture->width) * 4);
+    RunUntilJump(read.errors.jump, [&] { ReadRows(read); });
+    return read.info.output_scanline > 0 ? std::move(read.picture) : nullptr;
+}
+
+} // namespace
+
+int32_t VTGF_Read_JPEG(const uint8_t *data, const int32_t *length)
+{
+    return ReadPicture(data, length, DecodeJpeg);
+}
