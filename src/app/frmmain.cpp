@@ -70,7 +70,6 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
     create();
     windowHandle()->installEventFilter(this);
     new WindowEdges(*this);
-    m_viewer->FocusList();
 }
 
 frmMain::~frmMain() { Shutdown(); }
@@ -87,6 +86,7 @@ QWidget *frmMain::MakePageButtons()
         auto *button = new QPushButton(QString::fromUtf8(PageCaptions[i]), m_pageButtons);
         button->setObjectName(QStringLiteral("cmdPage(%1)").arg(i));
         button->setCheckable(true);
+        button->setFocusPolicy(Qt::TabFocus);
         group->addButton(button, i);
         row->addWidget(button);
         cmdPage[std::size_t(i)] = button;

@@ -86,9 +86,12 @@ QGroupBox *OptionsPage::MakeScaleGroup()
 QGroupBox *OptionsPage::MakeAssociationGroup()
 {
     auto *group = new QGroupBox(tr("Открывать этой программой"), this);
-    auto *row = new QHBoxLayout(group);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto *column = new QVBoxLayout(group);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto *row = new QHBoxLayout;
     row->setSpacing(18);
+    column->addLayout(row);
+    column->addStretch(1);
     row->addWidget(AddCheck("chkPKG", QStringLiteral("PKG"), &Settings::AssocPKG, group));
     row->addWidget(AddCheck("chkGI", QStringLiteral("GI"), &Settings::AssocGI, group));
     row->addWidget(AddCheck("chkGAI", QStringLiteral("GAI"), &Settings::AssocGAI, group));

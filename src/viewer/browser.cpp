@@ -64,6 +64,7 @@ QWidget *Browser::MakeViewButtons()
         auto *button = new QPushButton(captions[i], bar);
         button->setObjectName(QStringLiteral("cmdFileView(%1)").arg(i));
         button->setCheckable(true);
+        button->setFocusPolicy(Qt::TabFocus);
         button->setProperty("segment", true);
         button->installEventFilter(this);
         group->addButton(button);

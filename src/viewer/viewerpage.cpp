@@ -90,6 +90,8 @@ void ViewerPage::Release() { m_display->Release(); }
 
 void ViewerPage::FocusList() { m_browser->FocusList(); }
 
+void ViewerPage::showEvent(QShowEvent *) { FocusList(); }
+
 void ViewerPage::OpenNamed(const QString &folder, const QString &name)
 {
     m_browser->SetPath(folder);
