@@ -85,7 +85,7 @@ bool ParseBool(QStringView value)
 std::int32_t ParseColor(QStringView value)
 {
     const auto part = [value](qsizetype start) {
-        return value.size() > start ? HexToLong(value.sliced(start).left(2)) : 0;
+        return value.size() > start + 1 ? HexToLong(value.sliced(start).left(2)) : 0;
     };
     return value.startsWith(u'#') ? part(1) | part(3) << 8 | part(5) << 16 : 0;
 }
