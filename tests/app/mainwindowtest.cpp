@@ -86,7 +86,7 @@ TEST_F(MainWindow, OneSettingLeavesTheOthersUnchecked)
 TEST_F(MainWindow, TheWheelMovesTheListThreeRowsANotch)
 {
     for (int i = 0; i < 100; ++i)
-        folder.AddFolder(QStringLiteral("f%1").arg(i, 3, 10, QLatin1Char('0')));
+        folder.MakeFolder("f" + std::to_string(100 + i));
     OpenWindow();
     Wheel(-120);
     EXPECT_EQ(3, List()->TopIndex());
@@ -104,7 +104,7 @@ TEST_F(MainWindow, TheWheelMovesTheListThreeRowsANotch)
 
 TEST_F(MainWindow, AnUnwritableSettingsFileDoesNotStopStartOrEnd)
 {
-    settingsFolder.AddFolder(QStringLiteral("Options.ini"));
+    settingsFolder.MakeFolder("Options.ini");
     OpenWindow();
     EXPECT_FALSE(Find<QCheckBox>("chkGI")->isChecked());
     CloseWindow();

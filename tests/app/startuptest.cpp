@@ -1,5 +1,4 @@
 #include "app/startup.h"
-#include "platform/nativepath.h"
 #include "support/samplefolder.h"
 #include "support/scripteddialogs.h"
 
@@ -16,21 +15,20 @@ TEST(Startup, AMissingLibraryIsNamedAndEndsTheStart)
     const SampleFolder empty;
     ScriptedDialogs dialogs;
     dialogs.expectedErrors = {{QStringLiteral("RastGL.dll not found."), QStringLiteral("Error")}};
-    EXPECT_FALSE(LoadLibraries(empty.Native(), dialogs));
+    EXPECT_FALSE(LoadLibraries(empty.NativeText(), dialogs));
 
-    const std::uint8_t text[] = {'n', 'o'};
-    empty.AddBytes(QStringLiteral("RastGL.dll"), text);
+    empty.Put("RastGL.dll", "no");
     dialogs.expectedErrors = {{QStringLiteral("RastGL.dll not found."), QStringLiteral("Error")}};
-    EXPECT_FALSE(LoadLibraries(empty.Native(), dialogs));
+    EXPECT_FALSE(LoadLibraries(empty.NativeText(), dialogs));
 }
 
 TEST(Startup, AFolderPartBecomesTheCurrentFolder)
 {
     const QString before = QDir::currentPath();
     const SampleFolder folder;
-    folder.AddFolder(QStringLiteral("Графика"));
+    folder.MakeFolder("Графика");
 
-    const CommandLine file = ReadCommandLine(folder.Native(QStringLiteral("Графика/x.gi")));
+    const CommandLine file = ReadCommandLine(folder.NativeText("Графика/x.gi"));
     EXPECT_EQ(folder.Path(QStringLiteral("Графика")), file.folder);
     EXPECT_EQ(QStringLiteral("x.gi"), file.name);
 
@@ -38,7 +36,7 @@ TEST(Startup, AFolderPartBecomesTheCurrentFolder)
     EXPECT_EQ(file.folder, bare.folder);
     EXPECT_EQ(QStringLiteral("y.gi"), bare.name);
 
-    const CommandLine only = ReadCommandLine(folder.Native());
+    const CommandLine only = ReadCommandLine(folder.NativeText());
     EXPECT_EQ(folder.Path(), only.folder);
     EXPECT_TRUE(only.name.isEmpty());
     QDir::setCurrent(before);

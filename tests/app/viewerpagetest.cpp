@@ -23,12 +23,12 @@ class Viewer : public WindowTest
 protected:
     void SetUp() override
     {
-        folder.AddGi(QStringLiteral("a.gi"), MakePicture(64, 48, Red), 0, 0);
-        folder.AddGi(QStringLiteral("wide.gi"), MakePicture(3000, 40, Green), 0, 0);
-        folder.AddPng(QStringLiteral("Планета.png"),
+        folder.AddGi("a.gi", MakePicture(64, 48, Red), 0, 0);
+        folder.AddGi("wide.gi", MakePicture(3000, 40, Green), 0, 0);
+        folder.AddPng("Планета.png",
                       MakePicture(10, 10, [](int x, int) { return x < 5 ? 0x80FF0000 : 0u; }));
-        folder.AddBytes(QStringLiteral("broken.gi"), ByteView());
-        folder.AddFolder(QStringLiteral("inner"));
+        folder.Put("broken.gi", "");
+        folder.MakeFolder("inner");
     }
 
     // The colour in the middle of the picture area.
@@ -169,7 +169,7 @@ TEST_F(Viewer, ATypedPathIsGoneTo)
 {
     OpenWindow();
     auto *box = Find<QLineEdit>("txtPath");
-    box->setText(folder.Native(QStringLiteral("inner"))); // as pasted from elsewhere
+    box->setText(folder.NativeText("inner")); // as pasted from elsewhere
     QTest::keyClick(box, Qt::Key_Return);
     EXPECT_EQ(folder.Path(QStringLiteral("inner")), List()->Path());
     EXPECT_TRUE(List()->hasFocus());
@@ -182,8 +182,8 @@ TEST_F(Viewer, TheFirstDroppedFileIsOpened)
 {
     OpenWindow();
     QMimeData files;
-    files.setUrls({QUrl::fromLocalFile(folder.Native(QStringLiteral("a.gi"))),
-                   QUrl::fromLocalFile(folder.Native(QStringLiteral("wide.gi")))});
+    files.setUrls({QUrl::fromLocalFile(folder.NativeText("a.gi")),
+                   QUrl::fromLocalFile(folder.NativeText("wide.gi"))});
     QWidget *target = Find("picPage(0)");
     const QPoint position(600, 300);
     QDragEnterEvent enter(position, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
@@ -207,12 +207,12 @@ TEST_F(Viewer, ARefreshKeepsSelectionAndPlaceUnlessTheFolderChanged)
     List()->Refresh();
     QTest::qWait(50);
     EXPECT_EQ(QStringLiteral("a.gi"), List()->SelectedName());
-    folder.AddGi(QStringLiteral("0.gi"), MakePicture(8, 8, Green), 0, 0);
+    folder.AddGi("0.gi", MakePicture(8, 8, Green), 0, 0);
     List()->Refresh();
     EXPECT_TRUE(QTest::qWaitFor([this] { return List()->ListCount() == 7; }));
     EXPECT_EQ(QStringLiteral("a.gi"), List()->SelectedName());
     EXPECT_EQ(QStringLiteral("|  64 x 48"), Text("lblSize"));
-    ASSERT_TRUE(QFile::remove(folder.Native(QStringLiteral("a.gi"))));
+    ASSERT_TRUE(QFile::remove(folder.NativeText("a.gi")));
     List()->Refresh();
     EXPECT_TRUE(QTest::qWaitFor([this] { return List()->ListCount() == 6; }));
     EXPECT_EQ(QStringLiteral(".."), List()->SelectedName());

@@ -1,12 +1,9 @@
 #include "support/samplefolder.h"
 
-#include "common/files.h"
 #include "gfx/graphicslibrary.h"
 #include "gfx/pixels.h"
 #include "gi/giencoder.h"
-#include "platform/nativepath.h"
 
-#include <QDir>
 #include <gtest/gtest.h>
 
 namespace wb
@@ -33,28 +30,23 @@ FrameBuf MakePicture(int width, int height, std::uint32_t colour)
     return MakePicture(width, height, [colour](int, int) { return colour; });
 }
 
-SampleFolder::SampleFolder() { EXPECT_TRUE(m_folder.isValid()); }
+QString SampleFolder::NativeText(std::string_view name) const
+{
+    return QString::fromStdString(name.empty() ? Native() : Native(name));
+}
 
-QString SampleFolder::Native(const QString &name) const { return QDir::cleanPath(m_folder.filePath(name)); }
-
-QString SampleFolder::Path(const QString &name) const { return FromNativePath(Native(name).toStdString()); }
-
-void SampleFolder::AddGi(const QString &name, const FrameBuf &picture, int type, int transClass) const
+void SampleFolder::AddGi(std::string_view name, const FrameBuf &picture, int type, int transClass) const
 {
     ByteArray bytes;
     ASSERT_GT(EncodeGi(bytes, picture, type, transClass, false), 0);
-    AddBytes(name, bytes);
+    Put(name, {reinterpret_cast<const char *>(bytes.data()), bytes.size()});
 }
 
-void SampleFolder::AddPng(const QString &name, const FrameBuf &picture) const
+void SampleFolder::AddPng(std::string_view name, const FrameBuf &picture) const
 {
     const std::int32_t handle = FrameBufToDib(picture);
-    EXPECT_EQ(1, Graphics().VTGF_Write_PNG_File(Native(name).toStdString().c_str(), handle));
+    EXPECT_EQ(1, Graphics().VTGF_Write_PNG_File(Native(name).c_str(), handle));
     Graphics().VTGF_DIB_Free(handle);
 }
-
-void SampleFolder::AddBytes(const QString &name, ByteView bytes) const { EXPECT_TRUE(WriteFileBytes(Path(name), bytes)); }
-
-void SampleFolder::AddFolder(const QString &name) const { EXPECT_TRUE(MakePath(Path(name))); }
 
 } // namespace wb

@@ -2,9 +2,7 @@
 #pragma once
 
 #include "gfx/framebuf.h"
-
-#include <QString>
-#include <QTemporaryDir>
+#include "support/tempfolder.h"
 
 #include <functional>
 
@@ -15,21 +13,13 @@ namespace wb
 FrameBuf MakePicture(int width, int height, const std::function<std::uint32_t(int, int)> &colour);
 FrameBuf MakePicture(int width, int height, std::uint32_t colour);
 
-class SampleFolder
+class SampleFolder : public TempFolder
 {
 public:
-    SampleFolder();
+    QString NativeText(std::string_view name = {}) const;
 
-    QString Native(const QString &name = {}) const;
-    QString Path(const QString &name = {}) const; // path of the program
-
-    void AddGi(const QString &name, const FrameBuf &picture, int type, int transClass) const;
-    void AddPng(const QString &name, const FrameBuf &picture) const;
-    void AddBytes(const QString &name, ByteView bytes) const;
-    void AddFolder(const QString &name) const;
-
-private:
-    QTemporaryDir m_folder;
+    void AddGi(std::string_view name, const FrameBuf &picture, int type, int transClass) const;
+    void AddPng(std::string_view name, const FrameBuf &picture) const;
 };
 
 } // namespace wb
