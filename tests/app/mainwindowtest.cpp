@@ -86,7 +86,7 @@ TEST_F(MainWindow, OneSettingLeavesTheOthersUnchecked)
 TEST_F(MainWindow, TheWheelMovesTheListThreeRowsANotch)
 {
     for (int i = 0; i < 100; ++i)
-        folder.MakeFolder("f" + std::to_string(100 + i));
+        folder.MakeFolder(std::to_string(100 + i));
     OpenWindow();
     Wheel(-120);
     EXPECT_EQ(3, List()->TopIndex());
