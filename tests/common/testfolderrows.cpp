@@ -23,10 +23,7 @@ std::vector<QString> Names(const FolderRows &rows)
 
 TEST(FolderRows, PathsAreNormalized)
 {
-    const struct {
-        QString Path;
-        QString Normal;
-    } cases[] = {
+    const std::pair<QString, QString> cases[] = {
         {u""_qs, u""_qs},
         {u"C:\\Games\\..\\Data\\\\Sub"_qs, u"C:\\Data\\Sub"_qs},
         {u"C:\\.."_qs, u""_qs},
@@ -42,10 +39,9 @@ TEST(FolderRows, PathsAreNormalized)
         {u"data"_qs, u"C:\\Prog\\data"_qs},
         {u"\\data"_qs, u"C:\\Prog\\data"_qs},
         {u"..\\x"_qs, u"C:\\x"_qs},
-        {u"x"_qs, u"C:\\Prog\\x"_qs},
-    };
-    for (const auto &one : cases)
-        EXPECT_EQ(NormalizeListPath(one.Path, Program), one.Normal) << one.Path.toStdString();
+        {u"x"_qs, u"C:\\Prog\\x"_qs}};
+    for (const auto &[path, normal] : cases)
+        EXPECT_EQ(NormalizeListPath(path, Program), normal) << path.toStdString();
     EXPECT_EQ(NormalizeListPath(u"data"_qs, u"C:\\"_qs), u"C:\\data"_qs);
     EXPECT_EQ(NormalizeListPath(u"..\\.."_qs, QString()), QString());
 }
@@ -64,12 +60,10 @@ TEST(FolderRows, ListsDrives)
         QString Text;
         QString Name;
         int Picture;
-    } expected[] = {
-        {u"Дисковод 3,5 (A:)"_qs, u"A:\\"_qs, 0},   {u"Дисковод 3,5 (B:)"_qs, u"B:\\"_qs, 0},
-        {u"Локальный диск (C:)"_qs, u"C:\\"_qs, 1}, {u"Съемный диск (D:)"_qs, u"D:\\"_qs, 4},
-        {u"СТИК (E:)"_qs, u"E:\\"_qs, 4},           {u"Сетевой диск (F:)"_qs, u"F:\\"_qs, 2},
-        {u"CD дисковод (G:)"_qs, u"G:\\"_qs, 3},    {u"RAM диск (H:)"_qs, u"H:\\"_qs, 4},
-    };
+    } expected[] = {{u"Дисковод 3,5 (A:)"_qs, u"A:\\"_qs, 0},   {u"Дисковод 3,5 (B:)"_qs, u"B:\\"_qs, 0},
+                    {u"Локальный диск (C:)"_qs, u"C:\\"_qs, 1}, {u"Съемный диск (D:)"_qs, u"D:\\"_qs, 4},
+                    {u"СТИК (E:)"_qs, u"E:\\"_qs, 4},           {u"Сетевой диск (F:)"_qs, u"F:\\"_qs, 2},
+                    {u"CD дисковод (G:)"_qs, u"G:\\"_qs, 3},    {u"RAM диск (H:)"_qs, u"H:\\"_qs, 4}};
     ASSERT_EQ(rows.size(), std::size(expected));
     for (std::size_t index = 0; index < rows.size(); ++index) {
         EXPECT_EQ(rows[index].Text, expected[index].Text);

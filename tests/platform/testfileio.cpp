@@ -49,17 +49,15 @@ TEST(FileIo, ReadsWholeFilesOnly)
         std::int64_t Limit;
         FileError Error;
         std::string Bytes;
-    } cases[] = {
-        {folder.Native("a"), 5, FileError::None, "hello"},
-        {folder.Native("a"), 4, FileError::AccessError, ""},
-        {folder.Native("empty"), 5, FileError::None, ""},
-        {folder.Native("sub"), 5, FileError::AccessError, ""},
-        {folder.Native("pipe"), 5, FileError::AccessError, ""},
-        {folder.Native("none"), 5, FileError::PathNotFound, ""},
-        {folder.Native("a/b"), 5, FileError::PathNotFound, ""},
-        {"", 5, FileError::PathNotFound, ""},
-        {"/dev/zero", 5, FileError::AccessError, ""},
-    };
+    } cases[] = {{folder.Native("a"), 5, FileError::None, "hello"},
+                 {folder.Native("a"), 4, FileError::AccessError, ""},
+                 {folder.Native("empty"), 5, FileError::None, ""},
+                 {folder.Native("sub"), 5, FileError::AccessError, ""},
+                 {folder.Native("pipe"), 5, FileError::AccessError, ""},
+                 {folder.Native("none"), 5, FileError::PathNotFound, ""},
+                 {folder.Native("a/b"), 5, FileError::PathNotFound, ""},
+                 {"", 5, FileError::PathNotFound, ""},
+                 {"/dev/zero", 5, FileError::AccessError, ""}};
     for (const auto &one : cases) {
         ByteArray bytes = {1, 2, 3};
         EXPECT_EQ(ReadWholeFile(one.Path, bytes, one.Limit), one.Error) << one.Path;

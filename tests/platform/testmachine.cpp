@@ -22,8 +22,7 @@ TEST(MemoryStatus, ReadsMemInfo)
         {"MemTotal: 100 kB\nMemAvailable: 200 kB\n", 102400, 102400},
         {"MemTotal: 9999999999999999999 kB\nMemAvailable: -3 kB\n", 0, 0},
         {"MemTotal:", 0, 0},
-        {"", 0, 0},
-    };
+        {"", 0, 0}};
     for (const auto &one : cases) {
         const MemoryStatus status = ParseMemoryInfo(one.Text);
         EXPECT_EQ(status.TotalBytes, one.Total) << one.Text;

@@ -84,17 +84,15 @@ TEST(Wildcard, TakesNamesAsFileDialogsDo)
         QString Pattern;
         QString Name;
         bool Matches;
-    } cases[] = {
-        {u"*.*"_qs, u"nodot"_qs, true},     {u"*"_qs, u"a.b"_qs, true},
-        {u"*.GI"_qs, u"a.gi"_qs, true},     {u"*.gi"_qs, u"A.GI"_qs, true},
-        {u"*.gi"_qs, u"a.gif"_qs, false},   {u"*.gi"_qs, u"gi"_qs, false},
-        {u"*.gi"_qs, u".gi"_qs, true},      {u"*.игра"_qs, u"А.ИГРА"_qs, true},
-        {u"ф*.g?"_qs, u"Файл.GI"_qs, true}, {u"a?c"_qs, u"ac"_qs, false},
-        {u"a?c"_qs, u"aXc"_qs, true},       {u"*a*b*"_qs, u"xxaxxbxx"_qs, true},
-        {u"*a*b"_qs, u"xxbxxa"_qs, false},  {u"a.gi"_qs, u"A.gi"_qs, true},
-        {u"a.gi"_qs, u"a.gix"_qs, false},   {u""_qs, u""_qs, false},
-        {u"a*"_qs, u"a"_qs, true},          {u"**.gi"_qs, u"x.gi"_qs, true},
-    };
+    } cases[] = {{u"*.*"_qs, u"nodot"_qs, true},     {u"*"_qs, u"a.b"_qs, true},
+                 {u"*.GI"_qs, u"a.gi"_qs, true},     {u"*.gi"_qs, u"A.GI"_qs, true},
+                 {u"*.gi"_qs, u"a.gif"_qs, false},   {u"*.gi"_qs, u"gi"_qs, false},
+                 {u"*.gi"_qs, u".gi"_qs, true},      {u"*.игра"_qs, u"А.ИГРА"_qs, true},
+                 {u"ф*.g?"_qs, u"Файл.GI"_qs, true}, {u"a?c"_qs, u"ac"_qs, false},
+                 {u"a?c"_qs, u"aXc"_qs, true},       {u"*a*b*"_qs, u"xxaxxbxx"_qs, true},
+                 {u"*a*b"_qs, u"xxbxxa"_qs, false},  {u"a.gi"_qs, u"A.gi"_qs, true},
+                 {u"a.gi"_qs, u"a.gix"_qs, false},   {u""_qs, u""_qs, false},
+                 {u"a*"_qs, u"a"_qs, true},          {u"**.gi"_qs, u"x.gi"_qs, true}};
     for (const auto &one : cases)
         EXPECT_EQ(Wildcard(one.Pattern).Matches(one.Name), one.Matches)
             << one.Pattern.toStdString() << " " << one.Name.toStdString();

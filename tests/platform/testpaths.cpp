@@ -13,19 +13,14 @@ namespace
 
 TEST(NativePath, GoesBothWays)
 {
-    const struct {
-        QString Path;
-        std::string Native;
-    } cases[] = {
-        {u"C:\\"_qs, "/"},
-        {u"C:\\no-such\\Файл.gi"_qs, "/no-such/Файл.gi"},
-        {u"C:\\no-such\\a\xF03A"
-         u"b"_qs,
-         "/no-such/a:b"},
-    };
-    for (const auto &one : cases) {
-        EXPECT_EQ(ToNativePath(one.Path), one.Native);
-        EXPECT_EQ(FromNativePath(one.Native), one.Path);
+    const std::pair<QString, std::string> cases[] = {{u"C:\\"_qs, "/"},
+                                                     {u"C:\\no-such\\Файл.gi"_qs, "/no-such/Файл.gi"},
+                                                     {u"C:\\no-such\\a\xF03A"
+                                                      u"b"_qs,
+                                                      "/no-such/a:b"}};
+    for (const auto &[path, native] : cases) {
+        EXPECT_EQ(ToNativePath(path), native);
+        EXPECT_EQ(FromNativePath(native), path);
     }
     EXPECT_EQ(FromNativePath("/no-such//./x/../a/"), u"C:\\no-such\\a"_qs);
     EXPECT_EQ(FromNativePath("/.."), u"C:\\"_qs);
@@ -76,8 +71,7 @@ DriveTable Drives(std::string_view text)
     const MountQuestions questions = {
         [](const Mount &mount) { return mount.Device.starts_with("8:1"); },
         [](const Mount &mount) { return !mount.MountPoint.ends_with(".txt"); },
-        [](const Mount &mount) { return mount.Source == "/dev/sdb1" ? u"СТИК"_qs : QString(); },
-    };
+        [](const Mount &mount) { return mount.Source == "/dev/sdb1" ? u"СТИК"_qs : QString(); }};
     return DrivesFromMounts(ParseMountInfo(text), questions);
 }
 
@@ -101,14 +95,12 @@ TEST(Drives, AreWhatAPersonWouldCallSo)
 41 27 broken
 42 27 0:43 / relative rw - ext4 /dev/vde rw
 43 27 0:44 / /mnt/short rw - ext4)");
-    const Drive expected[] = {
-        {'C', DriveFixed, {}, "/"},
-        {'D', DriveOptical, {}, "/cdrom"},
-        {'E', DriveNetwork, {}, "/home/u/far"},
-        {'F', DriveFixed, {}, "/mnt/disk"},
-        {'G', DriveRam, {}, "/ramdisk"},
-        {'H', DriveRemovable, u"СТИК"_qs, "/run/media/u/USB Stick"},
-    };
+    const Drive expected[] = {{'C', DriveFixed, {}, "/"},
+                              {'D', DriveOptical, {}, "/cdrom"},
+                              {'E', DriveNetwork, {}, "/home/u/far"},
+                              {'F', DriveFixed, {}, "/mnt/disk"},
+                              {'G', DriveRam, {}, "/ramdisk"},
+                              {'H', DriveRemovable, u"СТИК"_qs, "/run/media/u/USB Stick"}};
     ASSERT_EQ(drives.size(), std::size(expected));
     for (std::size_t index = 0; index < drives.size(); ++index) {
         EXPECT_EQ(drives[index].Letter, expected[index].Letter);

@@ -58,36 +58,27 @@ TEST(Settings, FileHasItsLayoutAndComesBack)
 
 TEST(Settings, ValuesFallBack)
 {
-    const struct {
-        const char *Text;
-        std::int32_t Volume;
-    } numbers[] = {
+    const std::pair<const char *, std::int32_t> numbers[] = {
         {"250", 100},       {"-5", 0},    {"abc", 0},  {"+7", 7},         {" 42 ", 42},
         {"42;comment", 42}, {"1e1", 0},   {"2.5", 2},  {"3.5", 4},        {"1.2.3", 0},
         {".", 0},           {"", 0},      {"- 5", 0},  {"000000012", 12}, {"0000000012", 0},
-        {"999999999", 100}, {"1,000", 0}, {"0x10", 0}, {"\t5", 0},        {"inf", 0},
-    };
-    for (const auto &one : numbers)
-        EXPECT_EQ(Parse(std::string("SoundVolume=") + one.Text).SoundVolume, one.Volume) << one.Text;
+        {"999999999", 100}, {"1,000", 0}, {"0x10", 0}, {"\t5", 0},        {"inf", 0}};
+    for (const auto &[text, volume] : numbers)
+        EXPECT_EQ(Parse(std::string("SoundVolume=") + text).SoundVolume, volume) << text;
 
-    const struct {
-        const char *Text;
-        std::int32_t Color;
-    } colors[] = {
-        {"#FF", 0xFF},
-        {"FF0000", 0},
-        {"#FF0000", 0xFF},
-        {"#010203", 0x030201},
-        {"#0102", 0x0201},
-        {"#F", 0},
-        {"#01023", 0x0201},
-        {"#GG02", 0x0200},
-        {"#0102030405", 0x030201},
-        {"", 0},
-        {"#ffFFff;x", 0xFFFFFF},
-    };
-    for (const auto &one : colors)
-        EXPECT_EQ(Parse(std::string("BackColor1=") + one.Text).BackColor1, one.Color) << one.Text;
+    const std::pair<const char *, std::int32_t> colors[] = {{"#FF", 0xFF},
+                                                            {"FF0000", 0},
+                                                            {"#FF0000", 0xFF},
+                                                            {"#010203", 0x030201},
+                                                            {"#0102", 0x0201},
+                                                            {"#F", 0},
+                                                            {"#01023", 0x0201},
+                                                            {"#GG02", 0x0200},
+                                                            {"#0102030405", 0x030201},
+                                                            {"", 0},
+                                                            {"#ffFFff;x", 0xFFFFFF}};
+    for (const auto &[text, color] : colors)
+        EXPECT_EQ(Parse(std::string("BackColor1=") + text).BackColor1, color) << text;
 
     for (const char *text : {"yes", "TRUE", " 1 ", "True;x"})
         EXPECT_TRUE(Parse(std::string("ViewOnTop=") + text).ViewOnTop) << text;
@@ -158,14 +149,12 @@ TEST(UiText, IndexesNameTheirTexts)
         UiTextIndex Name;
         int Index;
         QString Text;
-    } cases[] = {
-        {TextObjects, 0, u"Объектов: "_qs},
-        {TextKilobytes, 14, u"Кб"_qs},
-        {TextUnpackerBusy, 22, u"PKG UnPacker занят."_qs},
-        {TextErrors, 28, u"Ошибки"_qs},
-        {TextFramePrefix, 39, u"Кадр "_qs},
-        {TextErrorCount, 40, u"Количество ошибок: "_qs},
-    };
+    } cases[] = {{TextObjects, 0, u"Объектов: "_qs},
+                 {TextKilobytes, 14, u"Кб"_qs},
+                 {TextUnpackerBusy, 22, u"PKG UnPacker занят."_qs},
+                 {TextErrors, 28, u"Ошибки"_qs},
+                 {TextFramePrefix, 39, u"Кадр "_qs},
+                 {TextErrorCount, 40, u"Количество ошибок: "_qs}};
     for (const auto &one : cases) {
         EXPECT_EQ(int(one.Name), one.Index);
         EXPECT_EQ(UiText(one.Index), one.Text);

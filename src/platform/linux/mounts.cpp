@@ -114,6 +114,7 @@ std::vector<Mount> ParseMountInfo(std::string_view text)
             byMountPoint[mount.MountPoint] = std::move(mount);
     }
     std::vector<Mount> mounts;
+    mounts.reserve(byMountPoint.size());
     for (auto &entry : byMountPoint)
         mounts.push_back(std::move(entry.second));
     return mounts;
