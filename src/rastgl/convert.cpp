@@ -2,6 +2,7 @@
 // row first.
 #include "rastgl/rastgl.h"
 
+#include "rastgl/colourtable.h"
 #include "rastgl/rows565.h"
 
 #include <algorithm>
@@ -44,9 +45,9 @@ void VTGF_AlphaSimpleBufPalAlpha_Copy_32(uint8_t *pixels, const uint8_t *indexes
         const std::uint8_t *entry = palette + i * 4;
         colours[i] = wb::PixelOf(entry[0], entry[1], entry[2], entry[3]);
     }
+    const rastgl::ColourTable table(colours);
     ForEachRow(pixels, indexes, 1, width, height,
-               [&colours](std::uint8_t *to, const std::uint8_t *from, std::size_t count) {
-                   for (std::size_t i = 0; i < count; i++)
-                       wb::Store32(to + i * 4, colours[from[i]]);
+               [&table](std::uint8_t *to, const std::uint8_t *from, std::size_t count) {
+                   table.Expand(to, from, count);
                });
 }
