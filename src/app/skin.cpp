@@ -13,12 +13,20 @@ namespace wb
 namespace
 {
 
-// A click on a slider's groove goes right there, as on a player's time line.
 class WorkbenchStyle : public QProxyStyle
 {
 public:
     using QProxyStyle::QProxyStyle;
 
+    // The style sheet marks the focus; Fusion's rectangle inside it would mark it twice.
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override
+    {
+        if (element != PE_FrameFocusRect)
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+
+    // A click on a slider's groove goes right there, as on a player's time line.
     int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                   QStyleHintReturn *returnData) const override
     {
