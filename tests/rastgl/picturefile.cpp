@@ -96,7 +96,7 @@ void ExpectReadsAsFarAsItGoes(Reader reader, const File &file)
     EXPECT_TRUE(isShortOnce) << "no length gave a part of the picture";
 }
 
-void ExpectSurvivesDamage(Reader reader, const File &file)
+void ExpectSurvivesDamage(Reader reader, const File &file, void (*repair)(File &))
 {
     constexpr int Rounds = 1500;
 
@@ -112,9 +112,12 @@ void ExpectSurvivesDamage(Reader reader, const File &file)
         File damaged = file;
         for (std::uint32_t flips = 1 + random() % 4; flips > 0; --flips) {
             // Half of the changes fall on the header, where they hurt most.
-            const std::size_t reach = random() % 2 ? damaged.size() : std::min<std::size_t>(damaged.size(), 64);
+            const std::size_t reach =
+                random() % 2 ? damaged.size() : std::min<std::size_t>(damaged.size(), 64);
             damaged[random() % reach] = std::uint8_t(random() % 3 ? random() : 0xFF * (random() % 2));
         }
+        if (repair != nullptr)
+            repair(damaged);
         check(damaged);
     }
 }

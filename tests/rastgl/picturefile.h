@@ -43,8 +43,8 @@ std::int32_t Hold(int width, int height, const std::vector<std::uint32_t> &topDo
 // pixels are right.
 void ExpectReadsAsFarAsItGoes(Reader reader, const File &file);
 
-// Reads the file with random bytes changed, and cut off at every length: the reader must come back, with a picture
-// of possible size or none.
-void ExpectSurvivesDamage(Reader reader, const File &file);
+// Reads the file with random bytes changed, and cut off at every length: the reader must come back, with a
+// picture of possible size or none. `repair` makes a changed file's checksums right again.
+void ExpectSurvivesDamage(Reader reader, const File &file, void (*repair)(File &) = nullptr);
 
 } // namespace picturefile
