@@ -110,7 +110,7 @@ double ErrorOfFixedBins(const std::vector<Colour> &colours)
     };
     std::map<Colour, rastgl::ColourCell> bins;
     for (const Colour colour : colours)
-        bins[binOf(rastgl::Premultiply(colour))].Add(rastgl::Premultiply(colour), 1);
+        bins[binOf(rastgl::Premultiply(colour))].Add(rastgl::Premultiply(colour));
     double sum = 0;
     for (const Colour colour : colours) {
         const rastgl::ColourCell &bin = bins[binOf(rastgl::Premultiply(colour))];
@@ -197,8 +197,8 @@ TEST(ColourCells, LoseNothingWhenTheyGrowCoarser)
     for (std::size_t i = 0; i < picture.colours.size(); ++i) {
         const Colour colour =
             rastgl::Premultiply(picture.colours[i] | (i % 2 == 0 ? rastgl::OpaqueAlpha : 0));
-        cells.Add(colour, 3);
-        all.Add(colour, 3);
+        cells.Add(colour);
+        all.Add(colour);
         const std::size_t cell = cells.Find(colour);
         const rastgl::Box box = rastgl::BoxAround(cells.Lowest(cell), cells.Highest(cell));
         for (std::size_t axis = 0; axis < 4; ++axis) {
