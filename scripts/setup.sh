@@ -4,7 +4,7 @@ set -euo pipefail
 
 run_packages=(g++ cmake ninja-build qt6-base-dev libpng-dev libjpeg-dev zlib1g-dev libsquish-dev librsvg2-bin
   fonts-inter)
-test_packages=(libgtest-dev libgmock-dev xvfb xauth openbox xdotool imagemagick)
+test_packages=(libgtest-dev libgmock-dev xvfb xauth openbox xdotool x11-utils)
 bench_packages=(libbenchmark-dev libimagequant-dev)
 
 case "${1:-}" in

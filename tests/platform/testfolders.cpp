@@ -92,6 +92,10 @@ TEST(FolderWatch, OutlivesTheFolderItself)
     folder.MakeFolder("top/sub");
     EXPECT_TRUE(watch.MayHaveChanged());
     EXPECT_FALSE(watch.MayHaveChanged());
+    std::filesystem::rename(folder.Native("top"), folder.Native("too"));
+    folder.MakeFolder("top/sub");
+    EXPECT_TRUE(watch.MayHaveChanged()) << "another folder has its path";
+    EXPECT_FALSE(watch.MayHaveChanged());
     std::filesystem::remove(folder.Native("top/sub"));
     folder.MakeFolder("top/sub"); // often with the same inode
     EXPECT_TRUE(watch.MayHaveChanged());

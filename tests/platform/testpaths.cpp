@@ -88,7 +88,7 @@ TEST(Drives, AreWhatAPersonWouldCallSo)
 34 27 0:40 / /home/u/far rw - fuse.sshfs u@far:/ rw
 35 27 0:41 / /ramdisk rw - tmpfs none rw
 36 27 254:2 / /mnt/disk rw - ext4 /dev/old rw
-37 27 254:3 / /mnt/disk rw - xfs /dev/vdc rw
+37 27 254:3 / /mnt/disk ro - udf /dev/vdc ro
 38 27 254:3 /a.txt /mnt/a.txt rw - xfs /dev/vdc rw
 39 27 8:18 / /boot/efi rw - vfat /dev/sdb2 rw
 40 27 0:42 / /mediathek rw - ext4 /dev/vdd rw
@@ -98,7 +98,7 @@ TEST(Drives, AreWhatAPersonWouldCallSo)
     const Drive expected[] = {{'C', DriveFixed, {}, "/"},
                               {'D', DriveOptical, {}, "/cdrom"},
                               {'E', DriveNetwork, {}, "/home/u/far"},
-                              {'F', DriveFixed, {}, "/mnt/disk"},
+                              {'F', DriveOptical, {}, "/mnt/disk"},
                               {'G', DriveRam, {}, "/ramdisk"},
                               {'H', DriveRemovable, u"СТИК"_qs, "/run/media/u/USB Stick"}};
     ASSERT_EQ(drives.size(), std::size(expected));
