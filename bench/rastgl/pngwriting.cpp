@@ -61,7 +61,7 @@ void WritePng(benchmark::State &state, const Source &source)
     const std::string limit = (folder / "bench-limit.png").string();
     const int32_t handle = Hold(source, ours);
     bool isWritten = true;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         state.counters["ratio"] = MedianRatio(
             [&] { WriteWithDefaults(source, limit); },
             [&] { isWritten = VTGF_Write_PNG_File(ours.c_str(), handle) == 1 && isWritten; }, Rounds);

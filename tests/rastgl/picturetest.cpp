@@ -13,8 +13,7 @@ using testing::ElementsAre;
 
 TEST(Handles, KeepACopyUntilFreed)
 {
-    const std::vector<std::uint32_t> pixels = {0x01020304, 0x05060708, 0x090A0B0C,
-                                               0x0D0E0F10, 0x11121314, 0x15161718};
+    const Numbers pixels = {0x01020304, 0x05060708, 0x090A0B0C, 0x0D0E0F10, 0x11121314, 0x15161718};
     const std::int32_t first = Hold(3, 2, pixels);
     const std::int32_t second = Hold(1, 1, {7});
     EXPECT_GT(first, 0);
@@ -30,7 +29,7 @@ TEST(Handles, KeepACopyUntilFreed)
     EXPECT_EQ(VTGF_DIB_GetWidth(first), 0);
     EXPECT_EQ(VTGF_DIB_GetBPP(first), 0);
     VTGF_DIB_Free(first);
-    EXPECT_EQ(Take(second).pixels, std::vector<std::uint32_t>{7});
+    EXPECT_EQ(Take(second).pixels, Numbers{7});
 }
 
 TEST(Handles, AreNotMadeOfNothing)
@@ -50,7 +49,7 @@ TEST(Handles, AreNotMadeOfNothing)
 
 TEST(Handles, TellTheTransparencyClass)
 {
-    const auto transType = [](const std::vector<std::uint32_t> &pixels) {
+    const auto transType = [](const Numbers &pixels) {
         const std::int32_t handle = Hold(int(pixels.size()), 1, pixels);
         const std::int32_t found = VTGF_DIB_GetTransType(handle);
         VTGF_DIB_Free(handle);
@@ -64,13 +63,10 @@ TEST(Handles, TellTheTransparencyClass)
 
 // A 4 x 3 surface of one colour inside a wider memory whose rest must stay as it is.
 struct Screen {
-    std::vector<std::uint32_t> memory = std::vector<std::uint32_t>(18, 0x00112233);
+    Numbers memory = Numbers(18, 0x00112233);
     RastGlSurface surface{reinterpret_cast<std::uint8_t *>(memory.data()), 4, 3, 24};
 
-    std::vector<std::uint32_t> Row(int y) const
-    {
-        return {memory.begin() + y * 6, memory.begin() + (y + 1) * 6};
-    }
+    Numbers Row(int y) const { return {memory.begin() + y * 6, memory.begin() + (y + 1) * 6}; }
 };
 
 constexpr std::uint32_t Bare = 0x00112233;
@@ -98,7 +94,7 @@ TEST(Drawing, ComposesOverTheColourAndClips)
 
 TEST(Drawing, DrawsBuffersOverAColourOrWhatIsThere)
 {
-    const std::vector<std::uint32_t> pixels = {0x00FFFFFF, 0x80FF0000};
+    const Numbers pixels = {0x00FFFFFF, 0x80FF0000};
     const auto *bytes = reinterpret_cast<const std::uint8_t *>(pixels.data());
     const std::int32_t width = 2;
     const std::int32_t height = 1;

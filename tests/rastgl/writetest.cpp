@@ -47,10 +47,10 @@ private:
 constexpr int Side = 150;
 
 // Smooth or, with much grain, as good as random.
-std::vector<std::uint32_t> MakePixels(unsigned grain)
+Numbers MakePixels(unsigned grain)
 {
     std::mt19937 random(5);
-    std::vector<std::uint32_t> pixels;
+    Numbers pixels;
     for (unsigned at = 0; at < Side * Side; ++at) {
         const unsigned value = at % Side + (random() & grain);
         pixels.push_back((at & 0xFFU) << 24 | (value & 0xFF) << 16 | at / Side << 8 | (value & 0x7F));
@@ -62,25 +62,28 @@ TEST_F(Writing, PngKeepsEveryPixelAndTheDepth)
 {
     const std::string path = Path("picture.png");
     for (const unsigned grain : {0U, 0xFFU}) {
-        const std::vector<std::uint32_t> pixels = MakePixels(grain);
+        const Numbers pixels = MakePixels(grain);
         const std::int32_t handle = Hold(Side, Side, pixels);
         ASSERT_EQ(VTGF_Write_PNG_File(path.c_str(), handle), 1);
         VTGF_DIB_Free(handle);
         EXPECT_EQ(Take(VTGF_Read_PNG_File(path.c_str())), (Seen{Side, Side, 32, pixels}));
     }
 
-    File bmp = Maker().Text("BM").Zeros(8).Little(4, 54).Little(4, 40).Little(4, 1).Little(4, 1).bytes;
-    bmp = Maker().Raw(bmp).Little(2, 1).Little(2, 24).Zeros(24).Raw({1, 2, 3, 0}).bytes;
-    const auto length = std::int32_t(bmp.size());
-    const std::int32_t opaque = VTGF_Read_BMP(bmp.data(), &length);
+    const std::int32_t quality = 90;
+    const std::int32_t handle = Hold(2, 1, {0xFF102030, 0xFF405060});
+    ASSERT_EQ(VTGF_Write_JPEG_File(path.c_str(), handle, &quality), 1);
+    VTGF_DIB_Free(handle);
+    const File jpeg = Load(path);
+    const auto length = std::int32_t(jpeg.size());
+    const std::int32_t opaque = VTGF_Read_JPEG(jpeg.data(), &length);
     ASSERT_EQ(VTGF_Write_PNG_File(path.c_str(), opaque), 1);
     VTGF_DIB_Free(opaque);
-    EXPECT_EQ(Take(VTGF_Read_PNG_File(path.c_str())), (Seen{1, 1, 24, {0xFF030201}}));
+    EXPECT_EQ(Take(VTGF_Read_PNG_File(path.c_str())), Read(VTGF_Read_JPEG, jpeg));
 }
 
 TEST_F(Writing, JpegComposesOverBlackInTheQualityAsked)
 {
-    const std::int32_t handle = Hold(Side, Side, std::vector<std::uint32_t>(Side * Side, 0x80FF8000));
+    const std::int32_t handle = Hold(Side, Side, Numbers(Side * Side, 0x80FF8000));
     const std::int32_t grainy = Hold(Side, Side, MakePixels(0xFF));
     const auto write = [this](std::int32_t picture, std::int32_t quality) {
         EXPECT_EQ(VTGF_Write_JPEG_File(Path("picture.jpg").c_str(), picture, &quality), 1);
@@ -109,8 +112,7 @@ TEST_F(Writing, ReplacesFilesInPlace)
     VTGF_DIB_Free(handle);
     EXPECT_TRUE(fs::is_symlink(Path("link.png")));
     EXPECT_EQ(fs::status(Path("real.png")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_EQ(Take(VTGF_Read_PNG_File(Path("real.png").c_str())).pixels,
-              std::vector<std::uint32_t>{0xFF010203});
+    EXPECT_EQ(Take(VTGF_Read_PNG_File(Path("real.png").c_str())).pixels, Numbers{0xFF010203});
     EXPECT_EQ(FileCount(), 2);
 }
 
@@ -159,7 +161,7 @@ TEST_F(Writing, FailureCostsNothing)
     EXPECT_EQ(Load(path), (File{'o', 'l', 'd'}));
     EXPECT_EQ(FileCount(), 2);
 
-    const std::int32_t wide = Hold(70000, 1, std::vector<std::uint32_t>(70000));
+    const std::int32_t wide = Hold(70000, 1, Numbers(70000));
     EXPECT_EQ(VTGF_Write_JPEG_File(Path("wide.jpg").c_str(), wide, &quality), 0)
         << "beyond what JPEG can hold";
     VTGF_DIB_Free(wide);
