@@ -29,11 +29,12 @@ constexpr int FocusInterval = 10; // ms
 constexpr int RowsPerNotch = 3;
 constexpr int OptionsIndex = 8;
 constexpr int DatEditorIndex = 5;
-constexpr int DrawnPages = 5; // the first pages draw pictures and are asked to draw again when they come forward
+constexpr int DrawnPages =
+    5; // the first pages draw pictures and are asked to draw again when they come forward
 
-const char *const PageCaptions[frmMain::PageCount] = {
-    "ResViewer", "GI Editor", "GAI Editor", "HAI Editor", "Anim Creator", "DAT Editor", "PKG UnPacker", "PKG Packer",
-    "Опции"};
+const char *const PageCaptions[frmMain::PageCount] = {"ResViewer",    "GI Editor",    "GAI Editor",
+                                                      "HAI Editor",   "Anim Creator", "DAT Editor",
+                                                      "PKG UnPacker", "PKG Packer",   "Опции"};
 
 } // namespace
 
@@ -72,7 +73,10 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
     new WindowEdges(*this);
 }
 
-frmMain::~frmMain() { Shutdown(); }
+frmMain::~frmMain()
+{
+    Shutdown();
+}
 
 QWidget *frmMain::MakePageButtons()
 {
@@ -119,9 +123,15 @@ void frmMain::MakePages()
     connect(m_options, &OptionsPage::BackColoursChanged, this, [this] { CurrentPage()->Redraw(); });
 }
 
-Page *frmMain::CurrentPage() const { return static_cast<Page *>(m_pages->widget(m_currentPage)); }
+Page *frmMain::CurrentPage() const
+{
+    return static_cast<Page *>(m_pages->widget(m_currentPage));
+}
 
-void frmMain::ShowPage(int page) { cmdPage[std::size_t(page)]->click(); }
+void frmMain::ShowPage(int page)
+{
+    cmdPage[std::size_t(page)]->click();
+}
 
 void frmMain::PageShown(int page)
 {
@@ -132,7 +142,10 @@ void frmMain::PageShown(int page)
     CurrentPage()->Redraw();
 }
 
-void frmMain::OpenCommandLine(const QString &folder, const QString &name) { m_viewer->OpenNamed(folder, name); }
+void frmMain::OpenCommandLine(const QString &folder, const QString &name)
+{
+    m_viewer->OpenNamed(folder, name);
+}
 
 void frmMain::MinimiseToTray()
 {

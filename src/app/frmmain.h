@@ -3,8 +3,8 @@
 
 #include "platform/desktop/notificationicon.h"
 #include "platform/desktop/wheelnotches.h"
-#include "services/dialogs.h"
 #include "services/abortflag.h"
+#include "services/dialogs.h"
 #include "services/settings.h"
 #include "widgets/frmres.h"
 
@@ -32,7 +32,8 @@ class frmMain : public QWidget
 public:
     static constexpr int PageCount = 9;
 
-    // Up to the first frame on screen: `settingsPath` names the settings file, which is read now and written when the window closes.
+    // Up to the first frame on screen: `settingsPath` names the settings file, which is read now and written
+    // when the window closes.
     frmMain(Dialogs &dialogs, QString settingsPath);
     ~frmMain() override;
 

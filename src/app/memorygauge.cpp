@@ -41,7 +41,10 @@ MemoryGauge GaugeOf(const MemoryStatus &memory)
     return gauge;
 }
 
-std::int32_t SteadyGaugeColour() { return BlinkColours.front(); }
+std::int32_t SteadyGaugeColour()
+{
+    return BlinkColours.front();
+}
 
 std::int32_t NextBlinkColour(std::int32_t colour)
 {

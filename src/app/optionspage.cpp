@@ -44,16 +44,18 @@ QGroupBox *OptionsPage::MakeViewGroup()
     auto *group = new QGroupBox(tr("Просмотр"), this);
     auto *column = new QVBoxLayout(group);
     column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(AddCheck("chkAutoPlayAnim", tr("Сразу воспроизводить анимацию"), &Settings::AutoPlayAnim, group));
-    column->addWidget(AddCheck("chkAutoPlaySound", tr("Сразу воспроизводить звук"), &Settings::AutoPlaySound, group));
     column->addWidget(
-        AddCheck("chkDrawStretch", tr("Уменьшать большие изображения до размера окна"), &Settings::DrawStretch, group));
+        AddCheck("chkAutoPlayAnim", tr("Сразу воспроизводить анимацию"), &Settings::AutoPlayAnim, group));
+    column->addWidget(
+        AddCheck("chkAutoPlaySound", tr("Сразу воспроизводить звук"), &Settings::AutoPlaySound, group));
+    column->addWidget(AddCheck("chkDrawStretch", tr("Уменьшать большие изображения до размера окна"),
+                               &Settings::DrawStretch, group));
     column->addWidget(
         AddCheck("chkViewOnTop", tr("Окно предпросмотра поверх других окон"), &Settings::ViewOnTop, group));
-    column->addWidget(
-        AddCheck("chkViewDrawOnly", tr("Показывать кадр только в окне предпросмотра"), &Settings::ViewDrawOnly, group));
-    column->addWidget(
-        AddCheck("chkAltGAIMethod", tr("Другой способ наложения кадров GAI"), &Settings::AltGAIMethod, group));
+    column->addWidget(AddCheck("chkViewDrawOnly", tr("Показывать кадр только в окне предпросмотра"),
+                               &Settings::ViewDrawOnly, group));
+    column->addWidget(AddCheck("chkAltGAIMethod", tr("Другой способ наложения кадров GAI"),
+                               &Settings::AltGAIMethod, group));
     column->addStretch(1);
     return group;
 }
@@ -79,7 +81,8 @@ QGroupBox *OptionsPage::MakeScaleGroup()
     form->setVerticalSpacing(12);
     form->setHorizontalSpacing(16);
     form->addRow(tr("Громкость"), AddScale("sldVolume", "lblSoundVolume", &Settings::SoundVolume, group));
-    form->addRow(tr("Качество JPEG"), AddScale("sldJPEGQuality", "lblJPEGQuality", &Settings::JPEGQuality, group));
+    form->addRow(tr("Качество JPEG"),
+                 AddScale("sldJPEGQuality", "lblJPEGQuality", &Settings::JPEGQuality, group));
     return group;
 }
 
@@ -101,7 +104,8 @@ QGroupBox *OptionsPage::MakeAssociationGroup()
     return group;
 }
 
-QCheckBox *OptionsPage::AddCheck(const char *name, const QString &caption, bool Settings::*field, QWidget *parent)
+QCheckBox *OptionsPage::AddCheck(const char *name, const QString &caption, bool Settings::*field,
+                                 QWidget *parent)
 {
     auto *box = new QCheckBox(caption, parent);
     box->setObjectName(QLatin1String(name));

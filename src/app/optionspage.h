@@ -52,8 +52,10 @@ private:
     QGroupBox *MakeScaleGroup();
     QGroupBox *MakeAssociationGroup();
     QCheckBox *AddCheck(const char *name, const QString &caption, bool Settings::*field, QWidget *parent);
-    ColourSwatch *AddSwatch(const char *name, std::int32_t Settings::*field, bool behindPictures, QWidget *parent);
-    QWidget *AddScale(const char *name, const char *labelName, std::int32_t Settings::*field, QWidget *parent);
+    ColourSwatch *AddSwatch(const char *name, std::int32_t Settings::*field, bool behindPictures,
+                            QWidget *parent);
+    QWidget *AddScale(const char *name, const char *labelName, std::int32_t Settings::*field,
+                      QWidget *parent);
     void ChooseColour(const Swatch &swatch);
 
     Settings &m_settings;

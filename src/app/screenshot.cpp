@@ -1,4 +1,5 @@
-// workbench-screenshot: pictures of the real main window, for the documents and for machines without a display.
+// workbench-screenshot: pictures of the real main window, for the documents and for machines without a
+// display.
 #include "app/frmmain.h"
 #include "app/skin.h"
 #include "app/startup.h"
@@ -22,12 +23,14 @@ int TakeScreenshot(const QStringList &arguments)
     const QStringList size = arguments[2].split(u'x');
     const QTemporaryDir scratch;
     wb::DesktopDialogs dialogs;
-    if (size.size() != 2 || !scratch.isValid() || !wb::LoadLibraries(QApplication::applicationDirPath(), dialogs))
+    if (size.size() != 2 || !scratch.isValid() ||
+        !wb::LoadLibraries(QApplication::applicationDirPath(), dialogs))
         return 1;
     bool saved = false;
     {
         // Settings of its own: the user's stay as they are.
-        wb::frmMain window(dialogs, wb::FromNativePath(scratch.filePath(QStringLiteral("Options.ini")).toStdString()));
+        wb::frmMain window(dialogs,
+                           wb::FromNativePath(scratch.filePath(QStringLiteral("Options.ini")).toStdString()));
         window.resize(size[0].toInt(), size[1].toInt());
         window.show();
         if (arguments.size() > 4) {

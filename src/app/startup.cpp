@@ -18,7 +18,10 @@ bool LoadLibraries(const QString &folder, Dialogs &dialogs)
     return false;
 }
 
-void UnloadLibraries() { UnloadGraphicsLibrary(); }
+void UnloadLibraries()
+{
+    UnloadGraphicsLibrary();
+}
 
 CommandLine ReadCommandLine(const QString &argument)
 {

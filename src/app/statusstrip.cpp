@@ -20,7 +20,8 @@ constexpr int MemoryInterval = 100; // ms
 }
 
 StatusStrip::StatusStrip(QWidget *parent)
-    : QWidget(parent), lblStatus(new QLabel(this)), prgProgress(new Gauge(QStringLiteral("prgProgress"), this)),
+    : QWidget(parent), lblStatus(new QLabel(this)),
+      prgProgress(new Gauge(QStringLiteral("prgProgress"), this)),
       prgMem(new Gauge(QStringLiteral("prgMem"), this))
 {
     setObjectName(QStringLiteral("picStatus"));
@@ -70,7 +71,10 @@ void StatusStrip::ProgressClear()
 }
 
 // A bar that stands at nothing is only clutter.
-void StatusStrip::ShowProgress(bool shown) { prgProgress->setVisible(shown); }
+void StatusStrip::ShowProgress(bool shown)
+{
+    prgProgress->setVisible(shown);
+}
 
 void StatusStrip::ShowMemory(const MemoryStatus &memory)
 {

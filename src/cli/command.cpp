@@ -23,9 +23,15 @@ int Misuse(const QString &reason)
     return WrongUsage;
 }
 
-void Print(const QString &text) { std::fputs(text.toUtf8().constData(), stdout); }
+void Print(const QString &text)
+{
+    std::fputs(text.toUtf8().constData(), stdout);
+}
 
-QString FromArgument(const QString &argument) { return FromNativePath(QFile::encodeName(argument).toStdString()); }
+QString FromArgument(const QString &argument)
+{
+    return FromNativePath(QFile::encodeName(argument).toStdString());
+}
 
 void DeclareForce(QCommandLineParser &parser)
 {

@@ -54,7 +54,8 @@ void Declare(QCommandLineParser &parser)
 QString TargetOf(const ExportJob &job, int frame, int count)
 {
     const QFileInfo target(job.target);
-    return target.dir().filePath(DefaultSaveName(FromArgument(job.target), frame, count) + u'.' + target.suffix());
+    return target.dir().filePath(DefaultSaveName(FromArgument(job.target), frame, count) + u'.' +
+                                 target.suffix());
 }
 
 int WriteAll(const QCommandLineParser &parser, const ExportJob &job, const FrameSet &document)
@@ -79,7 +80,8 @@ int Write(const QCommandLineParser &parser, const ExportJob &job)
         return WriteAll(parser, job, document);
     if (job.frame >= document.Count)
         return Fail(job.source, QStringLiteral("has no frame %1").arg(job.frame));
-    if (!WritePicture(FromArgument(job.target), document.Pictures[std::size_t(job.frame)], job.format, job.quality))
+    if (!WritePicture(FromArgument(job.target), document.Pictures[std::size_t(job.frame)], job.format,
+                      job.quality))
         return Fail(job.target, QStringLiteral("can't be written"));
     return Done;
 }
@@ -107,6 +109,7 @@ int Run(const QCommandLineParser &parser)
 
 } // namespace
 
-const Command ExportCommand{"export", "Write frames of a picture or animation as PNG or JPEG.", Declare, 2, Run};
+const Command ExportCommand{"export", "Write frames of a picture or animation as PNG or JPEG.", Declare, 2,
+                            Run};
 
 } // namespace wb::cli

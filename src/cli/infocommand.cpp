@@ -65,7 +65,8 @@ QString AsText(const QJsonObject &object)
     for (qsizetype i = 0; i < frames.size(); ++i) {
         const QJsonObject frame = frames[i].toObject();
         text += QStringLiteral("frame %1: %2 x %3, %4 bits per pixel")
-                    .arg(QString::number(i), number(frame, "width"), number(frame, "height"), number(frame, "bpp"));
+                    .arg(QString::number(i), number(frame, "width"), number(frame, "height"),
+                         number(frame, "bpp"));
         if (frame.contains(QStringLiteral("type")))
             text += QStringLiteral(", type %1").arg(number(frame, "type"));
         text += u'\n';

@@ -18,7 +18,9 @@ QString Overview()
 {
     QString text = QStringLiteral("Usage: workbench-cli COMMAND [OPTIONS] ARGUMENTS\n\nCommands:\n");
     for (const Command *command : Commands)
-        text += QStringLiteral("  %1 %2\n").arg(QLatin1String(command->name), -8).arg(QLatin1String(command->summary));
+        text += QStringLiteral("  %1 %2\n")
+                    .arg(QLatin1String(command->name), -8)
+                    .arg(QLatin1String(command->summary));
     return text + QStringLiteral("\nworkbench-cli COMMAND --help tells more; --version tells the version.\n");
 }
 
@@ -36,7 +38,8 @@ int RunCommand(const Command &command, QStringList arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QLatin1String(command.summary));
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Show this help."));
     parser.addOption(help);
     command.declare(parser);
     // The parser names the program after the first argument.

@@ -7,7 +7,10 @@
 namespace wb
 {
 
-FrameSet::FrameSet(FrameSet &&other) noexcept { *this = std::move(other); }
+FrameSet::FrameSet(FrameSet &&other) noexcept
+{
+    *this = std::move(other);
+}
 
 FrameSet &FrameSet::operator=(FrameSet &&other) noexcept
 {
@@ -23,7 +26,10 @@ FrameSet &FrameSet::operator=(FrameSet &&other) noexcept
     return *this;
 }
 
-FrameSet::~FrameSet() { FreeFrameSet(*this); }
+FrameSet::~FrameSet()
+{
+    FreeFrameSet(*this);
+}
 
 FrameSet StillPicture(std::string kind, std::int32_t handle)
 {

@@ -13,9 +13,9 @@ enum class DocumentMode : std::int32_t { Released = -1, Pictures = 0, Sound = 1 
 // Owns every handle in `Pictures`: it moves, but is never copied, and frees them when it goes.
 struct FrameSet {
     DocumentMode Mode = DocumentMode::Pictures;
-    std::string Kind;                     // "BMP", "JPG", "PNG", "PSD", "DDS", "GI", ...; empty: nothing was loaded
-    std::string InfoText;                 // the frame type of a GI as decimal text; else empty
-    std::int32_t Count = 0;               // frames; 0 when loading failed
+    std::string Kind;       // "BMP", "JPG", "PNG", "PSD", "DDS", "GI", ...; empty: nothing was loaded
+    std::string InfoText;   // the frame type of a GI as decimal text; else empty
+    std::int32_t Count = 0; // frames; 0 when loading failed
     std::vector<std::int32_t> Pictures;   // one picture handle a frame
     std::vector<std::int32_t> FrameTypes; // one GI type a frame, for documents of GI frames
 

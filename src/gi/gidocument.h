@@ -12,7 +12,8 @@
 namespace wb
 {
 
-// Decodes the GI that starts at `offset` into a document of one picture; an empty document when there is none.
+// Decodes the GI that starts at `offset` into a document of one picture; an empty document when there is
+// none.
 FrameSet OpenGiDocument(ByteView buffer, std::int32_t offset);
 
 // The picture of a GI file; an empty one when the file can't be read or is no GI.

@@ -17,8 +17,8 @@ public:
     // A message box with the critical-stop icon and one button.
     virtual void Error(const QString &text, const QString &title) = 0;
 
-    // Lets the user choose a colour, starting at `colour`; nothing when cancelled. Platform colour values: red in
-    // the low byte.
+    // Lets the user choose a colour, starting at `colour`; nothing when cancelled. Platform colour values:
+    // red in the low byte.
     virtual std::optional<std::int32_t> ChooseColour(std::int32_t colour) = 0;
 };
 

@@ -27,8 +27,8 @@ Browser::Browser(Settings &settings, const frmRes &res, QWidget *parent)
       txtPath(new QLineEdit(this)), lstPKG(new ListBox(QStringLiteral("lstPKG"), this)),
       lstDAT(new ListBox(QStringLiteral("lstDAT"), this)), lblFiles(new QLabel(this))
 {
-    lstFiles = new FileListBox(QStringLiteral("lstFiles"), FolderListPictures(LoadListIcons()), FilePatterns(),
-                               ProgramFolder(), this);
+    lstFiles = new FileListBox(QStringLiteral("lstFiles"), FolderListPictures(LoadListIcons()),
+                               FilePatterns(), ProgramFolder(), this);
     txtPath->setObjectName(QStringLiteral("txtPath"));
     lblFiles->setObjectName(QStringLiteral("lblFiles"));
 
@@ -99,7 +99,10 @@ ListBox *Browser::CurrentList() const
     return lists[m_view];
 }
 
-void Browser::SetView(View view) { cmdFileView[view]->click(); }
+void Browser::SetView(View view)
+{
+    cmdFileView[view]->click();
+}
 
 void Browser::SwitchView(View view)
 {
@@ -134,7 +137,10 @@ bool Browser::SelectFile(const QString &name)
     return row >= 0;
 }
 
-int Browser::ObjectCount() const { return Path().isEmpty() ? lstFiles->ListCount() : lstFiles->ListCount() - 1; }
+int Browser::ObjectCount() const
+{
+    return Path().isEmpty() ? lstFiles->ListCount() : lstFiles->ListCount() - 1;
+}
 
 void Browser::FolderChanged()
 {
@@ -161,7 +167,10 @@ void Browser::FocusList()
         CurrentList()->setFocus();
 }
 
-void Browser::ScrollList(int rows) { CurrentList()->SetTopIndex(CurrentList()->TopIndex() + rows); }
+void Browser::ScrollList(int rows)
+{
+    CurrentList()->SetTopIndex(CurrentList()->TopIndex() + rows);
+}
 
 void Browser::GoUp()
 {

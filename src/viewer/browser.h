@@ -45,7 +45,8 @@ public:
     void PressRoot();
 
 Q_SIGNALS:
-    // A file was selected that is there. `switching` while lists are being switched, when nothing is to be opened.
+    // A file was selected that is there. `switching` while lists are being switched, when nothing is to be
+    // opened.
     void FileSelected(const QString &path, bool switching);
     void FileOpened(const QString &path); // by a double click or Enter
     void ViewChanged();

@@ -38,7 +38,8 @@ Display::Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const f
       cmdZoomOut(new PictureButton(QStringLiteral("cmdZoomOut"), res.imgZoomOut, tr("Уменьшить (-)"), this)),
       cmdAbort(new PictureButton(QStringLiteral("cmdAbort"), res.imgAbort, tr("Прервать (Esc)"), this)),
       sldFrame(new QSlider(Qt::Horizontal, this)), lblInfo(NewLabel("lblInfo", this)),
-      lblFrames(NewLabel("lblFrames", this)), lblZoom(NewLabel("lblZoom", this)), lblSize(NewLabel("lblSize", this))
+      lblFrames(NewLabel("lblFrames", this)), lblZoom(NewLabel("lblZoom", this)),
+      lblSize(NewLabel("lblSize", this))
 {
     sldFrame->setObjectName(QStringLiteral("sldFrame"));
     auto *column = new QVBoxLayout(this);
@@ -229,6 +230,9 @@ void Display::TogglePlayback()
     UpdateButtons();
 }
 
-void Display::PlayTick() { sldFrame->setValue((sldFrame->value() + 1) % (sldFrame->maximum() + 1)); }
+void Display::PlayTick()
+{
+    sldFrame->setValue((sldFrame->value() + 1) % (sldFrame->maximum() + 1));
+}
 
 } // namespace wb

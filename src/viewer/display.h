@@ -2,8 +2,8 @@
 #pragma once
 
 #include "gfx/frameset.h"
-#include "services/dialogs.h"
 #include "services/abortflag.h"
+#include "services/dialogs.h"
 #include "services/settings.h"
 #include "widgets/frmres.h"
 #include "widgets/picturearea.h"

@@ -23,7 +23,10 @@ FrameSet OpenPicture(ByteView bytes, const char *kind)
     return StillPicture(kind, (Graphics().*Read)(bytes.data(), &length));
 }
 
-FrameSet OpenGi(ByteView bytes, const char *) { return OpenGiDocument(bytes, 0); }
+FrameSet OpenGi(ByteView bytes, const char *)
+{
+    return OpenGiDocument(bytes, 0);
+}
 
 struct Reader {
     FileType type;

@@ -18,18 +18,12 @@ struct Magic {
 };
 
 constexpr Magic Magics[] = {
-    {{0xFF, 0xD8, 0xFF, 0xE0}, FileType::Jpg},
-    {{0xFF, 0xD8, 0xFF, 0xE1}, FileType::Jpg},
-    {{0x89, 'P', 'N', 'G'}, FileType::Png},
-    {{'8', 'B', 'P', 'S'}, FileType::Psd},
-    {{'a', 'f', 't', '\0'}, FileType::Aft},
-    {{'g', 'i', '\0', '\0'}, FileType::Gi},
-    {{'g', 'a', 'i', '\0'}, FileType::Gai},
-    {{0x20, 0x04, 0x21, 0x04}, FileType::Hai},
-    {{'R', 'I', 'F', 'F'}, FileType::Sound},
-    {{'Z', 'L', '0', '1'}, FileType::Zl01},
-    {{'Z', 'L', '0', '2'}, FileType::Zl02},
-    {{'D', 'D', 'S', ' '}, FileType::Dds},
+    {{0xFF, 0xD8, 0xFF, 0xE0}, FileType::Jpg}, {{0xFF, 0xD8, 0xFF, 0xE1}, FileType::Jpg},
+    {{0x89, 'P', 'N', 'G'}, FileType::Png},    {{'8', 'B', 'P', 'S'}, FileType::Psd},
+    {{'a', 'f', 't', '\0'}, FileType::Aft},    {{'g', 'i', '\0', '\0'}, FileType::Gi},
+    {{'g', 'a', 'i', '\0'}, FileType::Gai},    {{0x20, 0x04, 0x21, 0x04}, FileType::Hai},
+    {{'R', 'I', 'F', 'F'}, FileType::Sound},   {{'Z', 'L', '0', '1'}, FileType::Zl01},
+    {{'Z', 'L', '0', '2'}, FileType::Zl02},    {{'D', 'D', 'S', ' '}, FileType::Dds},
 };
 
 FileType TypeOf(const std::array<std::uint8_t, 4> &start)
@@ -60,8 +54,9 @@ FileType DetectBufferType(ByteView bytes)
 
 QString FilePatterns()
 {
-    return QStringLiteral("*.GI;*.GAI;*.HAI;*.AFT;*.PKG;*.BMP;*.JPG;*.JPEG;*.JPE;*.PNG;*.PSD;*.MP3;*.WAV;*.DAT;"
-                          "*.DDS");
+    return QStringLiteral(
+        "*.GI;*.GAI;*.HAI;*.AFT;*.PKG;*.BMP;*.JPG;*.JPEG;*.JPE;*.PNG;*.PSD;*.MP3;*.WAV;*.DAT;"
+        "*.DDS");
 }
 
 } // namespace wb

@@ -20,8 +20,9 @@ bool WritePicture(const QString &path, std::int32_t handle, ExportFormat format,
     const std::string native = ToNativePath(path);
     if (native.empty())
         return false;
-    return format == ExportFormat::Png ? Graphics().VTGF_Write_PNG_File(native.c_str(), handle) != 0
-                                       : Graphics().VTGF_Write_JPEG_File(native.c_str(), handle, &quality) != 0;
+    return format == ExportFormat::Png
+               ? Graphics().VTGF_Write_PNG_File(native.c_str(), handle) != 0
+               : Graphics().VTGF_Write_JPEG_File(native.c_str(), handle, &quality) != 0;
 }
 
 } // namespace wb

@@ -34,8 +34,8 @@ constexpr KeyButton ViewKeys[] = {
 };
 constexpr char16_t Escape = 27;
 constexpr KeyButton Keys[] = {
-    {u'\\', "cmdRoot"},   {Escape, "cmdAbort"}, {u'-', "cmdZoomOut"},
-    {u'=', "cmdZoomIn"},  {u'+', "cmdZoomIn"},  {u' ', "cmdPlay"},
+    {u'\\', "cmdRoot"},  {Escape, "cmdAbort"}, {u'-', "cmdZoomOut"},
+    {u'=', "cmdZoomIn"}, {u'+', "cmdZoomIn"},  {u' ', "cmdPlay"},
 };
 
 const char *ButtonOf(std::span<const KeyButton> keys, QChar character)
@@ -46,7 +46,8 @@ const char *ButtonOf(std::span<const KeyButton> keys, QChar character)
 
 } // namespace
 
-ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res, QWidget *parent)
+ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res,
+                       QWidget *parent)
     : Page(parent), m_settings(settings), m_browser(new Browser(settings, res, this)),
       m_display(new Display(settings, dialogs, abort, res, this))
 {
@@ -82,15 +83,30 @@ void ViewerPage::ApplySettings()
     m_browser->SetPath(m_settings.Dir);
 }
 
-void ViewerPage::Redraw() { m_display->Redraw(); }
+void ViewerPage::Redraw()
+{
+    m_display->Redraw();
+}
 
-void ViewerPage::ScrollList(int rows) { m_browser->ScrollList(rows); }
+void ViewerPage::ScrollList(int rows)
+{
+    m_browser->ScrollList(rows);
+}
 
-void ViewerPage::Release() { m_display->Release(); }
+void ViewerPage::Release()
+{
+    m_display->Release();
+}
 
-void ViewerPage::FocusList() { m_browser->FocusList(); }
+void ViewerPage::FocusList()
+{
+    m_browser->FocusList();
+}
 
-void ViewerPage::showEvent(QShowEvent *) { FocusList(); }
+void ViewerPage::showEvent(QShowEvent *)
+{
+    FocusList();
+}
 
 void ViewerPage::OpenNamed(const QString &folder, const QString &name)
 {

@@ -1,8 +1,8 @@
 // The "ResViewer" page: a browser on the left, the document on the right.
 #pragma once
 
-#include "services/dialogs.h"
 #include "services/abortflag.h"
+#include "services/dialogs.h"
 #include "services/settings.h"
 #include "widgets/frmres.h"
 #include "widgets/page.h"

@@ -16,7 +16,10 @@ bool HasPictures(const FrameSet &document)
     return document.Mode == DocumentMode::Pictures && document.Count >= 1;
 }
 
-QString SharedLabel(const QString &text) { return QStringLiteral("|  ") + text; }
+QString SharedLabel(const QString &text)
+{
+    return QStringLiteral("|  ") + text;
+}
 
 const QString EmptyLabel = QStringLiteral("|");
 
@@ -57,7 +60,10 @@ QString SizeText(const FrameSet &document, std::int32_t frame)
                            .arg(Graphics().VTGF_DIB_GetHeight(handle)));
 }
 
-QString ObjectsText(int count) { return QLatin1Char(' ') + UiText(TextObjects) + QString::number(count); }
+QString ObjectsText(int count)
+{
+    return QLatin1Char(' ') + UiText(TextObjects) + QString::number(count);
+}
 
 QString ObjectsText(int count, std::int64_t fileSize)
 {

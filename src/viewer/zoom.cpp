@@ -3,7 +3,8 @@
 namespace wb
 {
 
-std::int32_t FitZoom(std::int32_t width, std::int32_t height, std::int32_t innerWidth, std::int32_t innerHeight)
+std::int32_t FitZoom(std::int32_t width, std::int32_t height, std::int32_t innerWidth,
+                     std::int32_t innerHeight)
 {
     if (std::int64_t(width) * height <= 0)
         return 100;

@@ -40,6 +40,7 @@ constexpr std::int32_t ZoomedOut(std::int32_t zoom)
 }
 
 // The largest whole percent up to 100 at which the picture fits; 100 for an empty picture.
-std::int32_t FitZoom(std::int32_t width, std::int32_t height, std::int32_t innerWidth, std::int32_t innerHeight);
+std::int32_t FitZoom(std::int32_t width, std::int32_t height, std::int32_t innerWidth,
+                     std::int32_t innerHeight);
 
 } // namespace wb

@@ -77,7 +77,10 @@ void CaptionBar::mousePressEvent(QMouseEvent *event)
         Q_EMIT Dragged();
 }
 
-void CaptionBar::mouseReleaseEvent(QMouseEvent *) { Q_EMIT Released(); }
+void CaptionBar::mouseReleaseEvent(QMouseEvent *)
+{
+    Q_EMIT Released();
+}
 
 void CaptionBar::mouseDoubleClickEvent(QMouseEvent *event)
 {

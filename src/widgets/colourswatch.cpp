@@ -24,7 +24,10 @@ void ColourSwatch::SetColour(std::int32_t colour)
     update();
 }
 
-QSize ColourSwatch::sizeHint() const { return {120, 30}; }
+QSize ColourSwatch::sizeHint() const
+{
+    return {120, 30};
+}
 
 void ColourSwatch::paintEvent(QPaintEvent *)
 {

@@ -11,7 +11,8 @@ QImage ImageFromDib(std::int32_t handle)
     const FrameBuf picture = DibToFrameBuf(handle);
     if (picture.Pixels.empty())
         return {};
-    // QImage's ARGB32 is B, G, R, A in memory on the little-endian machines we run on; its rows come top row first.
+    // QImage's ARGB32 is B, G, R, A in memory on the little-endian machines we run on; its rows come top row
+    // first.
     return QImage(picture.Pixels.data(), picture.Width, picture.Height, QImage::Format_ARGB32).mirrored();
 }
 

@@ -41,11 +41,11 @@ private:
     std::shared_ptr<const std::vector<QIcon>> m_pictures;
 };
 
-FileListBox::FileListBox(const QString &name, std::vector<QIcon> pictures, QString pattern, QString programFolder,
-                         QWidget *parent)
+FileListBox::FileListBox(const QString &name, std::vector<QIcon> pictures, QString pattern,
+                         QString programFolder, QWidget *parent)
     : ListBox(name, parent), m_pictures(std::make_shared<std::vector<QIcon>>(std::move(pictures))),
-      m_pattern(std::move(pattern)),
-      m_programFolder(std::move(programFolder)), m_rows(std::make_shared<Rows>(FolderRows(), m_pictures))
+      m_pattern(std::move(pattern)), m_programFolder(std::move(programFolder)),
+      m_rows(std::make_shared<Rows>(FolderRows(), m_pictures))
 {
     connect(&tmrRefresher, &QTimer::timeout, this, &FileListBox::Refresh);
     tmrRefresher.start(RefreshInterval);
@@ -53,7 +53,10 @@ FileListBox::FileListBox(const QString &name, std::vector<QIcon> pictures, QStri
 
 FileListBox::~FileListBox() = default;
 
-void FileListBox::SetPath(const QString &path) { ShowPath(path, SelectedName()); }
+void FileListBox::SetPath(const QString &path)
+{
+    ShowPath(path, SelectedName());
+}
 
 QString FileListBox::SelectedName() const
 {

@@ -17,8 +17,8 @@ class FileListBox : public ListBox
     Q_OBJECT
 
 public:
-    // `pictures` in the order of RowPicture, one for each of the patterns last. `pattern` holds patterns separated
-    // by ";". Relative paths are taken from `programFolder`.
+    // `pictures` in the order of RowPicture, one for each of the patterns last. `pattern` holds patterns
+    // separated by ";". Relative paths are taken from `programFolder`.
     FileListBox(const QString &name, std::vector<QIcon> pictures, QString pattern, QString programFolder,
                 QWidget *parent);
     ~FileListBox() override;

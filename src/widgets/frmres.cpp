@@ -9,12 +9,16 @@ namespace wb
 namespace
 {
 
-QIcon Button(const char *name) { return QIcon(QStringLiteral(":/buttons/%1.png").arg(QLatin1String(name))); }
+QIcon Button(const char *name)
+{
+    return QIcon(QStringLiteral(":/buttons/%1.png").arg(QLatin1String(name)));
+}
 
 QCursor Hand(const char *name)
 {
     const bool fine = qGuiApp->devicePixelRatio() > 1.0;
-    QPixmap picture(QStringLiteral(":/cursors/%1%2.png").arg(QLatin1String(name), QLatin1String(fine ? "@2x" : "")));
+    QPixmap picture(
+        QStringLiteral(":/cursors/%1%2.png").arg(QLatin1String(name), QLatin1String(fine ? "@2x" : "")));
     return QCursor(picture);
 }
 
@@ -30,9 +34,9 @@ QIcon WindowIcon()
 
 frmRes::frmRes()
     : imgWindow(WindowIcon()), curOpenHand(Hand("handopen")), curClosedHand(Hand("handclosed")),
-      imgPlay(Button("play")), imgStop(Button("stop")), imgZoomIn(Button("zoomin")), imgZoomOut(Button("zoomout")),
-      imgAbort(Button("abort")), imgRoot(Button("root")), imgUp(Button("up")), imgMin(Button("min")),
-      imgTray(Button("tray")), imgClose(Button("close"))
+      imgPlay(Button("play")), imgStop(Button("stop")), imgZoomIn(Button("zoomin")),
+      imgZoomOut(Button("zoomout")), imgAbort(Button("abort")), imgRoot(Button("root")), imgUp(Button("up")),
+      imgMin(Button("min")), imgTray(Button("tray")), imgClose(Button("close"))
 {
 }
 

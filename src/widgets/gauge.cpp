@@ -7,7 +7,10 @@
 namespace wb
 {
 
-Gauge::Gauge(const QString &name, QWidget *parent) : QWidget(parent) { setObjectName(name); }
+Gauge::Gauge(const QString &name, QWidget *parent) : QWidget(parent)
+{
+    setObjectName(name);
+}
 
 void Gauge::SetMaximum(int maximum)
 {
@@ -29,7 +32,10 @@ void Gauge::SetBarColour(const QColor &colour)
     update();
 }
 
-QSize Gauge::sizeHint() const { return {120, 8}; }
+QSize Gauge::sizeHint() const
+{
+    return {120, 8};
+}
 
 void Gauge::paintEvent(QPaintEvent *)
 {

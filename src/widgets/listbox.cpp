@@ -53,18 +53,30 @@ ListBox::ListBox(const QString &name, QWidget *parent) : QListView(parent), m_mo
 
 ListBox::~ListBox() = default;
 
-int ListBox::ListCount() const { return m_model->rowCount({}); }
+int ListBox::ListCount() const
+{
+    return m_model->rowCount({});
+}
 
-int ListBox::ListIndex() const { return currentIndex().isValid() ? currentIndex().row() : -1; }
+int ListBox::ListIndex() const
+{
+    return currentIndex().isValid() ? currentIndex().row() : -1;
+}
 
 void ListBox::SetListIndex(int row)
 {
     setCurrentIndex(row >= 0 && row < ListCount() ? m_model->index(row) : QModelIndex());
 }
 
-int ListBox::TopIndex() const { return verticalScrollBar()->value(); }
+int ListBox::TopIndex() const
+{
+    return verticalScrollBar()->value();
+}
 
-void ListBox::SetTopIndex(int row) { verticalScrollBar()->setValue(row); }
+void ListBox::SetTopIndex(int row)
+{
+    verticalScrollBar()->setValue(row);
+}
 
 int ListBox::WholeRowsInView() const
 {

@@ -1,4 +1,5 @@
-// A list of rows with a picture each, as tall as its window and as fast with fifty thousand rows as with five.
+// A list of rows with a picture each, as tall as its window and as fast with fifty thousand rows as with
+// five.
 #pragma once
 
 #include <QIcon>
@@ -43,7 +44,8 @@ public:
 Q_SIGNALS:
     void SelectionChanged();
     void DblClick();
-    // A key that gives a character and moves nothing in the list; Escape and Backspace are their control codes.
+    // A key that gives a character and moves nothing in the list; Escape and Backspace are their control
+    // codes.
     void KeyPress(QChar character);
 
 protected:

@@ -41,8 +41,8 @@ std::vector<QIcon> LoadListIcons()
     for (const char *name : Names) {
         QIcon icon;
         for (const int ratio : {1, 2}) {
-            const QString resource =
-                QStringLiteral(":/icons/%1%2.png").arg(QLatin1String(name), QLatin1String(ratio == 2 ? "@2x" : ""));
+            const QString resource = QStringLiteral(":/icons/%1%2.png")
+                                         .arg(QLatin1String(name), QLatin1String(ratio == 2 ? "@2x" : ""));
             const QPixmap picture = Decoded(resource, ratio);
             // The selected row keeps its picture as it is, instead of Qt's tinted one.
             icon.addPixmap(picture, QIcon::Normal);
@@ -57,8 +57,7 @@ std::vector<QIcon> FolderListPictures(const std::vector<QIcon> &icons)
 {
     using enum ListIcon;
     // In the order of the patterns of the folder list.
-    constexpr ListIcon Files[] = {Gi,  Gai, Hai, Aft, Pkg, Bmp, Jpg, Jpg,
-                                  Jpg, Png, Psd, Wav, Wav, Txt, Dds};
+    constexpr ListIcon Files[] = {Gi, Gai, Hai, Aft, Pkg, Bmp, Jpg, Jpg, Jpg, Png, Psd, Wav, Wav, Txt, Dds};
     std::vector<QIcon> pictures(icons.begin(), icons.begin() + int(FolderUp) + 1);
     for (const ListIcon icon : Files)
         pictures.push_back(icons[std::size_t(icon)]);

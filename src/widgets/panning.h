@@ -7,8 +7,8 @@ namespace wb
 {
 
 // Where one edge (left or top) of a picture of `length` goes that is dragged to `proposed` inside a frame of
-// `inner`, from where it is now: it moves until the picture's edges meet the frame's; a picture that fits does not
-// move.
+// `inner`, from where it is now: it moves until the picture's edges meet the frame's; a picture that fits
+// does not move.
 constexpr std::int32_t PannedEdge(std::int32_t current, std::int32_t proposed, std::int32_t length,
                                   std::int32_t inner)
 {

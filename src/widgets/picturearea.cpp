@@ -36,7 +36,8 @@ public:
         update();
     }
 
-    // Takes the frame's inner size, grown to the picture's; a direction in which the picture fits goes back to 0.
+    // Takes the frame's inner size, grown to the picture's; a direction in which the picture fits goes back
+    // to 0.
     void Place()
     {
         const QSize inner = m_area->InnerSize();
@@ -83,7 +84,10 @@ protected:
     }
 
 private:
-    static int Centred(int outer, int length) { return length > 0 && length <= outer ? (outer - length) / 2 : 0; }
+    static int Centred(int outer, int length)
+    {
+        return length > 0 && length <= outer ? (outer - length) / 2 : 0;
+    }
 
     void ShowRestingCursor()
     {
@@ -101,7 +105,8 @@ private:
     QPoint m_start; // of a drag, in the picture
 };
 
-PictureArea::PictureArea(const QString &name, const QCursor &openHand, const QCursor &closedHand, QWidget *parent)
+PictureArea::PictureArea(const QString &name, const QCursor &openHand, const QCursor &closedHand,
+                         QWidget *parent)
     : QWidget(parent), m_inside(new QWidget(this)),
       m_canvas(new PictureCanvas(name, openHand, closedHand, this, m_inside))
 {
@@ -110,13 +115,25 @@ PictureArea::PictureArea(const QString &name, const QCursor &openHand, const QCu
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-void PictureArea::SetBackColour(const QColor &colour) { m_canvas->SetBackColour(colour); }
+void PictureArea::SetBackColour(const QColor &colour)
+{
+    m_canvas->SetBackColour(colour);
+}
 
-void PictureArea::ResetPlace() { m_canvas->move(0, 0); }
+void PictureArea::ResetPlace()
+{
+    m_canvas->move(0, 0);
+}
 
-bool PictureArea::Show(const QImage &image, QSize size) { return m_canvas->SetImage(image, size); }
+bool PictureArea::Show(const QImage &image, QSize size)
+{
+    return m_canvas->SetImage(image, size);
+}
 
-void PictureArea::Clear() { m_canvas->SetImage({}, {}); }
+void PictureArea::Clear()
+{
+    m_canvas->SetImage({}, {});
+}
 
 void PictureArea::resizeEvent(QResizeEvent *)
 {

@@ -15,8 +15,8 @@ class PictureArea : public QWidget
     Q_OBJECT
 
 public:
-    // The frame is named `name` + "Border", the picture inside it `name`. The cursors are those of a picture that
-    // can be dragged and of one that is being dragged.
+    // The frame is named `name` + "Border", the picture inside it `name`. The cursors are those of a picture
+    // that can be dragged and of one that is being dragged.
     PictureArea(const QString &name, const QCursor &openHand, const QCursor &closedHand, QWidget *parent);
 
     QSize InnerSize() const { return contentsRect().size(); }

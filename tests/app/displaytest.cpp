@@ -1,7 +1,7 @@
+#include "viewer/display.h"
 #include "gfx/pixels.h"
 #include "support/samplefolder.h"
 #include "support/scripteddialogs.h"
-#include "viewer/display.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -106,7 +106,8 @@ TEST_F(DisplayTest, APictureTooLargeToZoomSaysSoAndGoesBack)
                  [] { return StillPicture("GI", FrameBufToDib(MakePicture(6'000'000, 1, 0xFFFF0000))); });
     QTest::mouseClick(Find("cmdZoomIn"), Qt::LeftButton);
     EXPECT_EQ(QStringLiteral("|  200%"), Text("lblZoom"));
-    dialogs.expectedErrors = {{QStringLiteral("Can't zoom more, image is to large."), QStringLiteral("Error")}};
+    dialogs.expectedErrors = {
+        {QStringLiteral("Can't zoom more, image is to large."), QStringLiteral("Error")}};
     QTest::mouseClick(Find("cmdZoomIn"), Qt::LeftButton);
     EXPECT_EQ(QStringLiteral("|  200%"), Text("lblZoom"));
 }

@@ -29,7 +29,8 @@ TEST_F(MainWindow, EachButtonShowsItsPage)
     for (int shown = frmMain::PageCount - 1; shown >= 0; --shown) {
         Click(qPrintable(QStringLiteral("cmdPage(%1)").arg(shown)));
         for (int page = 0; page < frmMain::PageCount; ++page)
-            EXPECT_EQ(page == shown, Find(qPrintable(QStringLiteral("picPage(%1)").arg(page)))->isVisible()) << page;
+            EXPECT_EQ(page == shown, Find(qPrintable(QStringLiteral("picPage(%1)").arg(page)))->isVisible())
+                << page;
     }
 }
 
@@ -44,8 +45,9 @@ TEST_F(MainWindow, OptionsReachTheSettingsFile)
 {
     OpenWindow();
     window->ShowPage(8);
-    for (const char *box : {"chkAutoPlayAnim", "chkAutoPlaySound", "chkDrawStretch", "chkViewOnTop", "chkViewDrawOnly",
-                            "chkAltGAIMethod", "chkPKG", "chkGI", "chkGAI", "chkHAI", "chkAFT"})
+    for (const char *box :
+         {"chkAutoPlayAnim", "chkAutoPlaySound", "chkDrawStretch", "chkViewOnTop", "chkViewDrawOnly",
+          "chkAltGAIMethod", "chkPKG", "chkGI", "chkGAI", "chkHAI", "chkAFT"})
         QTest::mouseClick(Find(box), Qt::LeftButton, {}, QPoint(12, Find(box)->height() / 2));
     Find("sldJPEGQuality")->setFocus();
     QTest::keyClick(Find("sldJPEGQuality"), Qt::Key_Right);

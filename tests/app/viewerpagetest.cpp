@@ -25,8 +25,7 @@ protected:
     {
         folder.AddGi("a.gi", MakePicture(64, 48, Red), 0, 0);
         folder.AddGi("wide.gi", MakePicture(3000, 40, Green), 0, 0);
-        folder.AddPng("Планета.png",
-                      MakePicture(10, 10, [](int x, int) { return x < 5 ? 0x80FF0000 : 0u; }));
+        folder.AddPng("Планета.png", MakePicture(10, 10, [](int x, int) { return x < 5 ? 0x80FF0000 : 0u; }));
         folder.Put("broken.gi", "");
         folder.MakeFolder("inner");
     }
@@ -182,8 +181,8 @@ TEST_F(Viewer, TheFirstDroppedFileIsOpened)
 {
     OpenWindow();
     QMimeData files;
-    files.setUrls({QUrl::fromLocalFile(folder.NativeText("a.gi")),
-                   QUrl::fromLocalFile(folder.NativeText("wide.gi"))});
+    files.setUrls(
+        {QUrl::fromLocalFile(folder.NativeText("a.gi")), QUrl::fromLocalFile(folder.NativeText("wide.gi"))});
     QWidget *target = Find("picPage(0)");
     const QPoint position(600, 300);
     QDragEnterEvent enter(position, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);

@@ -1,4 +1,5 @@
-// Boxes and pickers answered by a test: an unexpected question fails it, and so does an answer nobody asked for.
+// Boxes and pickers answered by a test: an unexpected question fails it, and so does an answer nobody asked
+// for.
 #pragma once
 
 #include "services/dialogs.h"

@@ -20,11 +20,20 @@ void WindowTest::OpenWindow(const QString &name)
     window->OpenCommandLine(folder.Path(), name);
 }
 
-void WindowTest::CloseWindow() { window.reset(); }
+void WindowTest::CloseWindow()
+{
+    window.reset();
+}
 
-void WindowTest::Key(char key) const { QTest::keyClick(List(), key); }
+void WindowTest::Key(char key) const
+{
+    QTest::keyClick(List(), key);
+}
 
-void WindowTest::Key(Qt::Key key) const { QTest::keyClick(List(), key); }
+void WindowTest::Key(Qt::Key key) const
+{
+    QTest::keyClick(List(), key);
+}
 
 void WindowTest::ClickRow(const QString &name) const
 {
@@ -40,9 +49,15 @@ QColor WindowTest::PixelAt(const char *widget, QPoint position) const
     return Find(widget)->grab().toImage().pixelColor(position);
 }
 
-FileListBox *WindowTest::List() const { return Find<FileListBox>("lstFiles"); }
+FileListBox *WindowTest::List() const
+{
+    return Find<FileListBox>("lstFiles");
+}
 
-Settings WindowTest::WrittenSettings() const { return LoadSettings(settingsFolder.Path(SettingsFile)); }
+Settings WindowTest::WrittenSettings() const
+{
+    return LoadSettings(settingsFolder.Path(SettingsFile));
+}
 
 void WindowTest::WriteSettings(const Settings &settings) const
 {

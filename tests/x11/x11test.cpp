@@ -27,7 +27,10 @@ QString OutputOf(const QString &program, const QStringList &arguments)
     return QString::fromUtf8(process.readAllStandardOutput());
 }
 
-void Hand(const QString &command) { OutputOf(QStringLiteral("xdotool"), command.split(u' ')); }
+void Hand(const QString &command)
+{
+    OutputOf(QStringLiteral("xdotool"), command.split(u' '));
+}
 
 class X11 : public WindowTest
 {
@@ -137,9 +140,10 @@ TEST_F(X11, AFileIsDroppedFromAnotherProgram)
     QProcess source;
     source.start(QApplication::applicationDirPath() + QStringLiteral("/x11_dragsource"),
                  {folder.NativeText("a.gi")});
-    ASSERT_FALSE(OutputOf(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--sync"),
-                                                 QStringLiteral("--name"), QStringLiteral("x11_dragsource")})
-                     .isEmpty());
+    ASSERT_FALSE(
+        OutputOf(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--sync"),
+                                             QStringLiteral("--name"), QStringLiteral("x11_dragsource")})
+            .isEmpty());
     Settle();
     Hand(QStringLiteral("mousemove 60 60 mousedown 1"));
     for (const QString &step : {QStringLiteral("90 90"), QStringLiteral("300 300"), Centre("picPicture"),
@@ -175,7 +179,7 @@ TEST_F(X11, AWindowIsKeptOnTopWithoutMovingIt)
     const auto states = [this] {
         Settle();
         return OutputOf(QStringLiteral("xprop"), {QStringLiteral("-id"), QString::number(window->winId()),
-                                             QStringLiteral("_NET_WM_STATE")});
+                                                  QStringLiteral("_NET_WM_STATE")});
     };
     const QRect place = window->geometry();
     SetTopMost(*window, true);
@@ -201,12 +205,13 @@ TEST_F(X11, WithoutANotificationAreaTheTrayButtonMinimises)
 TEST_F(X11, TheProgramWithoutItsLibrarySaysSoAndEnds)
 {
     const TempFolder lonely;
-    std::filesystem::copy(QApplication::applicationDirPath().toStdString() + "/workbench", lonely.Native("workbench"));
+    std::filesystem::copy(QApplication::applicationDirPath().toStdString() + "/workbench",
+                          lonely.Native("workbench"));
     QProcess program;
     program.start(QString::fromStdString(lonely.Native("workbench")), {});
     ASSERT_FALSE(OutputOf(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--sync"),
-                                                 QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
-                                                 QStringLiteral("Error")})
+                                                      QStringLiteral("--onlyvisible"),
+                                                      QStringLiteral("--name"), QStringLiteral("Error")})
                      .isEmpty());
     Settle();
     EXPECT_EQ(QProcess::Running, program.state());

@@ -33,7 +33,10 @@ WindowEdges::WindowEdges(QWidget &window) : QObject(&window), m_window(window)
     window.windowHandle()->installEventFilter(this);
 }
 
-WindowEdges::~WindowEdges() { ShowPointer({}); }
+WindowEdges::~WindowEdges()
+{
+    ShowPointer({});
+}
 
 Qt::Edges WindowEdges::EdgesAt(QPointF position) const
 {

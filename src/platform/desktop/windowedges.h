@@ -9,8 +9,8 @@ class QWindow;
 namespace wb
 {
 
-// Watches the mouse of one top-level window: near an edge the pointer shows where it pulls, and a press hands the
-// resize to the window manager.
+// Watches the mouse of one top-level window: near an edge the pointer shows where it pulls, and a press hands
+// the resize to the window manager.
 class WindowEdges : public QObject
 {
     Q_OBJECT

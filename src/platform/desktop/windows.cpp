@@ -12,7 +12,8 @@ void SetTopMost(QWidget &window, bool topMost)
     QWindow *handle = window.windowHandle();
     if (handle == nullptr || handle->flags().testFlag(Qt::WindowStaysOnTopHint) == topMost)
         return;
-    // Through the QWindow, because QWidget::setWindowFlags would hide the window; the widget is told afterwards.
+    // Through the QWindow, because QWidget::setWindowFlags would hide the window; the widget is told
+    // afterwards.
     handle->setFlag(Qt::WindowStaysOnTopHint, topMost);
     window.overrideWindowFlags(handle->flags());
 }

@@ -14,8 +14,8 @@ void SetTopMost(QWidget &window, bool topMost);
 // True while the window is the one the user works in.
 bool IsForeground(const QWidget &window);
 
-// Hands the move or resize of a top-level window, started by a mouse press, to the window manager. False when it
-// offers no such thing.
+// Hands the move or resize of a top-level window, started by a mouse press, to the window manager. False when
+// it offers no such thing.
 bool StartWindowMove(QWidget &window);
 bool StartWindowResize(QWidget &window, Qt::Edges edges);
 
