@@ -9,6 +9,7 @@ namespace wb
 {
 
 struct GraphicsLibrary {
+// NOLINTNEXTLINE(bugprone-macro-parentheses): the argument is a name being declared.
 #define WB_MEMBER(name) decltype(&::name) name = nullptr;
     RASTGL_FUNCTIONS(WB_MEMBER)
 #undef WB_MEMBER
