@@ -61,12 +61,13 @@ TEST(Handles, TellTheTransparencyClass)
     EXPECT_EQ(transType({0x01000000}), 2);
 }
 
-// A 4 x 3 surface of one colour inside a wider memory whose rest must stay as it is.
+// A 4 x 3 surface of one colour inside a memory wider by two columns and higher by a row above and below,
+// whose rest must stay as it is.
 struct Screen {
-    Numbers memory = Numbers(18, 0x00112233);
-    RastGlSurface surface{reinterpret_cast<std::uint8_t *>(memory.data()), 4, 3, 24};
+    Numbers memory = Numbers(30, 0x00112233);
+    RastGlSurface surface{reinterpret_cast<std::uint8_t *>(memory.data() + 6), 4, 3, 24};
 
-    Numbers Row(int y) const { return {memory.begin() + y * 6, memory.begin() + (y + 1) * 6}; }
+    Numbers Row(int y) const { return {memory.begin() + (y + 1) * 6, memory.begin() + (y + 2) * 6}; }
 };
 
 constexpr std::uint32_t Bare = 0x00112233;
@@ -86,6 +87,8 @@ TEST(Drawing, ComposesOverTheColourAndClips)
     VTGF_DIB_DrawFast(&clipped.surface, 3, 2, handle, Back);
     VTGF_DIB_DrawFast(&clipped.surface, INT32_MAX, INT32_MAX, handle, Back);
     VTGF_DIB_DrawFast(&clipped.surface, INT32_MIN, 0, handle, Back);
+    EXPECT_THAT(clipped.Row(-1), Each(Bare));
+    EXPECT_THAT(clipped.Row(3), Each(Bare));
     EXPECT_THAT(clipped.Row(0), ElementsAre(0xFF010203, Bare, Bare, Bare, Bare, Bare));
     EXPECT_THAT(clipped.Row(1), Each(Bare));
     EXPECT_THAT(clipped.Row(2), ElementsAre(Bare, Bare, Bare, 0xFFAABBCC, Bare, Bare));
