@@ -9,6 +9,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QSlider>
 #include <QVBoxLayout>
 
@@ -194,7 +195,18 @@ void Display::DrawCurrentFrame()
     const bool drawable = FrameWidth() == 0 || !image.isNull();
     if (drawable && picPicture->Show(image, size))
         return;
-    m_dialogs.Error(QStringLiteral("Can't zoom more, image is to large."), ErrorTitle);
+    TellTooLarge();
+}
+
+// Playback goes on behind the box, and its frames must not bring up further ones.
+void Display::TellTooLarge()
+{
+    if (m_tellingTooLarge)
+        return;
+    {
+        const QScopedValueRollback telling(m_tellingTooLarge, true);
+        m_dialogs.Error(QStringLiteral("Can't zoom more, image is to large."), ErrorTitle);
+    }
     if (m_zoom > MinZoom)
         SetZoom(ZoomedOut(m_zoom));
 }

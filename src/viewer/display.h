@@ -52,6 +52,7 @@ private:
     void UpdateButtons();
     void UpdateFrameTexts();
     void DrawCurrentFrame();
+    void TellTooLarge();
     void SetZoom(std::int32_t zoom);
     void FrameMoved(int frame);
     void TogglePlayback();
@@ -69,6 +70,7 @@ private:
     std::int32_t m_zoom = 100;
     bool m_busy = false;
     bool m_shown = false; // the document is complete on screen
+    bool m_tellingTooLarge = false;
 
     QTimer tmrAnim;
     QTimer tmrDraw;
