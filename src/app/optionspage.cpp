@@ -14,6 +14,20 @@
 namespace wb
 {
 
+namespace
+{
+
+QFormLayout *NewForm(QGroupBox *group)
+{
+    auto *form = new QFormLayout(group);
+    form->setContentsMargins(0, 0, 0, 0);
+    form->setVerticalSpacing(12);
+    form->setHorizontalSpacing(16);
+    return form;
+}
+
+} // namespace
+
 OptionsPage::OptionsPage(Settings &settings, Dialogs &dialogs, QWidget *parent)
     : Page(parent), m_settings(settings), m_dialogs(dialogs)
 {
@@ -63,10 +77,7 @@ QGroupBox *OptionsPage::MakeViewGroup()
 QGroupBox *OptionsPage::MakeColourGroup()
 {
     auto *group = new QGroupBox(tr("Цвета"), this);
-    auto *form = new QFormLayout(group);
-    form->setContentsMargins(0, 0, 0, 0);
-    form->setVerticalSpacing(12);
-    form->setHorizontalSpacing(16);
+    auto *form = NewForm(group);
     form->addRow(tr("Фон области просмотра"), AddSwatch("picBackColor1", &Settings::BackColor1, true, group));
     form->addRow(tr("Фон под изображением"), AddSwatch("picBackColor2", &Settings::BackColor2, true, group));
     form->addRow(tr("Цвет шрифтов AFT"), AddSwatch("lblAFTColor", &Settings::AFTColor, false, group));
@@ -76,10 +87,7 @@ QGroupBox *OptionsPage::MakeColourGroup()
 QGroupBox *OptionsPage::MakeScaleGroup()
 {
     auto *group = new QGroupBox(tr("Звук и экспорт"), this);
-    auto *form = new QFormLayout(group);
-    form->setContentsMargins(0, 0, 0, 0);
-    form->setVerticalSpacing(12);
-    form->setHorizontalSpacing(16);
+    auto *form = NewForm(group);
     form->addRow(tr("Громкость"), AddScale("sldVolume", "lblSoundVolume", &Settings::SoundVolume, group));
     form->addRow(tr("Качество JPEG"),
                  AddScale("sldJPEGQuality", "lblJPEGQuality", &Settings::JPEGQuality, group));
