@@ -12,6 +12,7 @@
 #include "support/ratio.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -64,7 +65,8 @@ void Measure(const Subject &subject, std::int32_t type, std::int32_t transClass)
     const double usual = MedianRatio([&] { encodePng(PngSetting::Default); }, encodeGi, 3);
     const double decode = MedianRatio(decodePng, decodeGi, Rounds);
     const double copied = MedianRatio(copyPicture, decodeGi, 20 * Rounds);
-    std::printf("%-7s type %d class %d  %8zu bytes  decode %6.1f : png %5.2f : copy   encode %6.1f : fast %6.1f : png\n",
+    std::printf("%-7s type %d class %d  %8zu bytes  decode %6.1f : png %5.2f : copy   encode %6.1f : fast "
+                "%6.1f : png\n",
                 subject.name, type, transClass, gi.size(), decode, copied, fast, usual);
 }
 
@@ -75,13 +77,13 @@ int main(int argc, char **argv)
     const QCoreApplication application(argc, argv);
     if (!LoadGraphicsLibrary(QCoreApplication::applicationDirPath()))
         return 2;
-    const Subject subjects[] = {{"sprite", MakeSprite(), 1}, {"graded", MakeGraded(), 2}, {"photo", MakePhoto(), 0}};
+    const Subject subjects[] = {
+        {"sprite", MakeSprite(), 1}, {"graded", MakeGraded(), 2}, {"photo", MakePhoto(), 0}};
     for (const Subject &subject : subjects) {
         Measure(subject, 0, subject.transClass);
-        if (subject.transClass == 0) // of an opaque picture the run-coded types are asked for as class 1
-            Measure(subject, 1, 1);
-        for (std::int32_t type = 1; subject.transClass != 0 && type <= 4; type++)
-            Measure(subject, type, subject.transClass);
+        // The types with layers are never asked for as class 0.
+        for (std::int32_t type = 1; type <= 4; type++)
+            Measure(subject, type, std::max(subject.transClass, 1));
     }
     UnloadGraphicsLibrary();
 }

@@ -51,6 +51,25 @@ constexpr std::array<std::uint8_t, 256> MakeAlphas()
 
 constexpr std::array<std::uint8_t, 256> AlphaOf = MakeAlphas();
 
+// The largest five-bit value of a colour premultiplied by this alpha.
+constexpr std::uint32_t MostOfFive(std::uint32_t alpha)
+{
+    return (alpha + 1) * 31 / 255;
+}
+
+// The alpha of a pixel whose larger five-bit channel has this value. A transparency byte stands for four
+// alphas; for a few of them the one it reads as is too small by 1 or 2 for the brightest colours that the
+// largest of the four has. Those pixels get an alpha that their colour can have, so that coding them again
+// gives the same bytes.
+std::uint32_t AlphaFor(std::uint32_t alpha, std::uint32_t five)
+{
+    if (five <= MostOfFive(alpha) || five > MostOfFive(alpha | 3) || alpha == 0)
+        return alpha;
+    while (five > MostOfFive(alpha))
+        alpha++;
+    return alpha;
+}
+
 // Each channel's sum, at most 255.
 std::uint32_t AddSaturated(std::uint32_t one, std::uint32_t other)
 {
@@ -83,9 +102,12 @@ std::uint32_t LayAlpha(std::uint32_t pixel, std::uint32_t alpha)
 
 std::uint32_t AddColour(std::uint32_t pixel, std::uint16_t colour)
 {
-    const Unpremultiplied &by = UnpremultipliedBy[pixel >> 24];
-    return AddSaturated(pixel,
-                        PixelOf(by.five[colour >> 11], by.six[colour >> 5 & 63], by.five[colour & 31], 0));
+    const std::uint8_t r5 = colour >> 11;
+    const std::uint8_t b5 = colour & 31;
+    const std::uint32_t alpha = AlphaFor(pixel >> 24, std::max(r5, b5));
+    const Unpremultiplied &by = UnpremultipliedBy[alpha];
+    const std::uint32_t laid = (pixel & 0xFFFFFF) | alpha << 24;
+    return AddSaturated(laid, PixelOf(by.five[r5], by.six[colour >> 5 & 63], by.five[b5], 0));
 }
 
 namespace
@@ -207,12 +229,29 @@ WB_AVX2 inline __m256i AddBlock(__m256i pixels, __m256i colours)
     return _mm256_adds_epu8(pixels, _mm256_andnot_si256(none, colour));
 }
 
+// Some colour is brighter than its alpha allows; AlphaFor looks at those.
+WB_AVX2 inline bool HasBrighter(__m256i pixels, __m256i colours)
+{
+    const __m256i alpha = _mm256_srli_epi32(pixels, 24);
+    const __m256i most =
+        _mm256_mulhi_epu16(_mm256_add_epi32(alpha, _mm256_set1_epi32(1)), _mm256_set1_epi32(7968));
+    const __m256i r5 = _mm256_srli_epi32(colours, 11);
+    const __m256i b5 = _mm256_and_si256(colours, _mm256_set1_epi32(31));
+    const __m256i brighter = _mm256_cmpgt_epi32(_mm256_max_epi32(r5, b5), most);
+    return !_mm256_testz_si256(brighter, brighter);
+}
+
 WB_AVX2 void AddColoursAvx2(std::uint8_t *pixels, const std::uint8_t *colours, std::size_t count)
 {
     std::size_t i = 0;
     for (; i + Block <= count; i += Block) {
         const __m128i eight = _mm_loadu_si128(reinterpret_cast<const __m128i *>(colours + i * 2));
-        StorePixels(pixels + i * 4, AddBlock(LoadPixels(pixels + i * 4), _mm256_cvtepu16_epi32(eight)));
+        const __m256i below = LoadPixels(pixels + i * 4);
+        const __m256i wide = _mm256_cvtepu16_epi32(eight);
+        if (HasBrighter(below, wide))
+            AddFewColours(pixels + i * 4, colours + i * 2, Block);
+        else
+            StorePixels(pixels + i * 4, AddBlock(below, wide));
     }
     AddFewColours(pixels + i * 4, colours + i * 2, count - i);
 }
