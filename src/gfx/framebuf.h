@@ -12,9 +12,9 @@ namespace wb
 // Pictures above this many pixels are never allocated: they are read as empty.
 inline constexpr std::int64_t MaxPicturePixels = 268'435'456;
 
-// A 32-bit picture holds Width * Height * 4 bytes in `Pixels`: B, G, R, A, alpha not premultiplied, bottom row first,
-// no padding. An indexed picture holds Width * Height index bytes, top row first, and its colours in `Palette`:
-// 256 entries R, G, B, A. A picture whose Width or Height is 0 is empty and has no pixels.
+// A 32-bit picture holds Width * Height * 4 bytes in `Pixels`: B, G, R, A, alpha not premultiplied, bottom
+// row first, no padding. An indexed picture holds Width * Height index bytes, top row first, and its colours
+// in `Palette`: 256 entries R, G, B, A. A picture whose Width or Height is 0 is empty and has no pixels.
 struct FrameBuf {
     std::int32_t X = 0; // left edge on the canvas
     std::int32_t Y = 0; // top edge on the canvas

@@ -31,7 +31,8 @@ bool Resolve(QLibrary &module, const char *name, Function &function)
 
 bool LoadGraphicsLibrary(const QString &folder)
 {
-    // The exact file is named and looked for first: a library of that name elsewhere on the search path is not ours.
+    // The exact file is named and looked for first: a library of that name elsewhere on the search path is
+    // not ours.
     const QString path = folder + QLatin1Char('/') + QLatin1String(GraphicsLibraryFile);
     if (!QFileInfo::exists(path))
         return false;
@@ -62,6 +63,9 @@ void UnloadGraphicsLibrary()
         loaded.module.unload();
 }
 
-const GraphicsLibrary &Graphics() { return TheLibrary().functions; }
+const GraphicsLibrary &Graphics()
+{
+    return TheLibrary().functions;
+}
 
 } // namespace wb

@@ -9,6 +9,7 @@ namespace wb
 {
 
 struct GraphicsLibrary {
+// NOLINTNEXTLINE(bugprone-macro-parentheses): the argument is a name being declared.
 #define WB_MEMBER(name) decltype(&::name) name = nullptr;
     RASTGL_FUNCTIONS(WB_MEMBER)
 #undef WB_MEMBER
@@ -16,8 +17,8 @@ struct GraphicsLibrary {
 
 inline constexpr char GraphicsLibraryFile[] = "RastGL.dll";
 
-// Loads the library from `folder` (a native path) and resolves its functions. False when the file is missing, is
-// no library or lacks a function; the table is then as it was.
+// Loads the library from `folder` (a native path) and resolves its functions. False when the file is missing,
+// is no library or lacks a function; the table is then as it was.
 bool LoadGraphicsLibrary(const QString &folder);
 
 // Frees the library. Every picture handle must have been freed before.

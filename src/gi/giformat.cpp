@@ -49,6 +49,22 @@ std::int32_t GiLayerCount(std::int32_t type)
     return type < 0 || type > MaxGiType ? 0 : Counts[std::size_t(type)];
 }
 
+bool GiTypeAllowed(std::int32_t type, std::int32_t transClass)
+{
+    switch (type) {
+    case 0:
+        return true;
+    case 1:
+        return transClass == 1;
+    case 2:
+    case 3:
+    case 4:
+        return transClass >= 1;
+    default:
+        return false;
+    }
+}
+
 std::optional<GiHeader> ReadGiHeader(ByteView buffer, std::int64_t offset)
 {
     ByteReader outer(buffer);

@@ -85,6 +85,10 @@ struct GiHeader {
 // Layers of each type; 0 for a number that is no type.
 std::int32_t GiLayerCount(std::int32_t type);
 
+// Whether a picture of this transparency class can be written as this type: type 0 always, type 1 with on/off
+// transparency, types 2 to 4 with any.
+bool GiTypeAllowed(std::int32_t type, std::int32_t transClass);
+
 // The header of the GI that starts at `offset`, with views of its layers' data. Nothing when no whole header
 // with the magic is there. A layer's left or top above 16777215 reads as 0.
 std::optional<GiHeader> ReadGiHeader(ByteView buffer, std::int64_t offset);

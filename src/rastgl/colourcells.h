@@ -16,11 +16,11 @@ struct ColourCell {
     std::uint64_t pixels = 0;
     std::array<std::uint64_t, 4> sums = {}; // of the premultiplied channels
 
-    void Add(Colour colour, std::uint64_t count)
+    void Add(Colour premultiplied)
     {
-        pixels += count;
+        ++pixels;
         for (std::size_t channel = 0; channel < 4; ++channel)
-            sums[channel] += count * Channel(colour, channel);
+            sums[channel] += Channel(premultiplied, channel);
     }
 
     void Add(const ColourCell &other)
@@ -41,10 +41,7 @@ public:
 
     ColourCells();
 
-    void Add(Colour premultiplied, std::uint64_t pixels)
-    {
-        m_cells[FindOrInsert(premultiplied)].Add(premultiplied, pixels);
-    }
+    void Add(Colour premultiplied) { m_cells[FindOrInsert(premultiplied)].Add(premultiplied); }
 
     std::size_t Count() const { return m_cells.size(); }
     const ColourCell &operator[](std::size_t cell) const { return m_cells[cell]; }

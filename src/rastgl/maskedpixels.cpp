@@ -6,17 +6,19 @@
 namespace rastgl
 {
 
-// Of a channel wider than 8 bits the highest 8 are used.
+// Of a channel wider than 8 bits the highest 8 are used; a narrower one repeats its bits below.
 MaskedChannel::MaskedChannel(std::uint32_t mask)
 {
     if (mask == 0)
         return;
-    const int width = std::bit_width(mask) - std::countr_zero(mask);
+    const int fullWidth = std::bit_width(mask) - std::countr_zero(mask);
+    const int width = std::min(fullWidth, 8);
     m_mask = mask;
-    m_shift = std::countr_zero(mask) + std::max(width - 8, 0);
-    const std::uint32_t most = mask >> m_shift;
-    for (std::uint32_t value = 0; value <= most; ++value)
-        m_spread[value] = std::uint8_t((value * 255 + most / 2) / most);
+    m_shift = std::countr_zero(mask) + fullWidth - width;
+    for (unsigned value = 0; value < 1U << width; ++value) {
+        for (int shift = 8 - width; shift > -width; shift -= width)
+            m_spread[value] |= std::uint8_t(shift >= 0 ? value << shift : value >> -shift);
+    }
 }
 
 MaskedPixels::MaskedPixels(std::size_t pixelBytes, const ChannelMasks &masks)

@@ -13,7 +13,7 @@ namespace rastgl
 struct PaletteEntry {
     Position at = {};
     bool opaque = false;
-    float reach = 0; // squared distance beyond which no search that starts at this entry looks for its colour
+    float reach = 0; // squared: searches that start at this entry are for places no farther from it
 };
 
 // Keeps for each entry the others of its kind (opaque or translucent) in the order of their distance. A

@@ -229,9 +229,6 @@ void DecodeRuns(Picture &picture, const Header &header, const Palette &palette, 
 
 PicturePtr DecodeBmp(Bytes file)
 {
-    // A run of RLE puts 255 pixels into two bytes.
-    constexpr std::int64_t PixelsPerByte = 128;
-
     Cursor cursor(file);
     const bool isBmp = cursor.Little16() == ('B' | 'M' << 8);
     cursor.Skip(8);
@@ -244,13 +241,15 @@ PicturePtr DecodeBmp(Bytes file)
         return nullptr;
     const Palette palette = ReadPalette(header, file.subspan(paletteOffset, dataOffset - paletteOffset));
 
-    if (!IsPlausible(header.width, header.height, file.size(), PixelsPerByte))
+    const bool isRuns = header.compression == Compression::Rle8 || header.compression == Compression::Rle4;
+    const std::int64_t pixelsPerByte = isRuns ? 128 : 8; // a run puts 255 pixels into two bytes
+    if (!IsPlausible(header.width, header.height, file.size(), pixelsPerByte))
         return nullptr;
     PicturePtr picture = NewPicture(header.width, header.height, header.masks.alpha != 0 ? 32 : 24);
     if (!picture)
         return nullptr;
     Cursor data(file.subspan(dataOffset));
-    if (header.compression == Compression::Rle8 || header.compression == Compression::Rle4)
+    if (isRuns)
         DecodeRuns(*picture, header, palette, data);
     else
         DecodePlain(*picture, header, palette, data);

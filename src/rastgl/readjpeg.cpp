@@ -3,6 +3,7 @@
 #include "rastgl/picture.h"
 #include "rastgl/rastgl.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace
@@ -13,7 +14,6 @@ using namespace rastgl;
 struct JpegRead {
     jpeg_decompress_struct info{};
     JpegErrors errors;
-    jpeg_progress_mgr progress{};
     PicturePtr picture;
     std::vector<std::uint8_t> inks; // one row of C, M, Y, K
 
@@ -26,14 +26,6 @@ struct JpegRead {
     JpegRead(const JpegRead &) = delete;
     JpegRead &operator=(const JpegRead &) = delete;
 };
-
-// A scan of a few bytes makes the decoder walk the whole picture; no encoder makes more than a few dozen.
-void LimitScans(j_common_ptr info)
-{
-    constexpr int MaxScans = 200;
-    if (reinterpret_cast<j_decompress_ptr>(info)->input_scan_number > MaxScans)
-        JpegErrors::Exit(info);
-}
 
 bool HasInks(const jpeg_decompress_struct &info)
 {
@@ -54,8 +46,7 @@ bool Begin(JpegRead &read, Bytes file)
     if (!read.picture)
         return false;
     read.info.out_color_space = HasInks(read.info) ? JCS_CMYK : JCS_EXT_BGRA;
-    read.progress.progress_monitor = LimitScans;
-    read.info.progress = &read.progress;
+    read.info.buffered_image = jpeg_has_multiple_scans(&read.info);
     return true;
 }
 
@@ -70,11 +61,26 @@ void InksToColours(const std::uint8_t *inks, std::uint8_t *row, std::int32_t wid
     }
 }
 
+// Gathers the scans of a picture that comes in several, as far as they go.
+void ReadScans(jpeg_decompress_struct &info)
+{
+    // A scan of a few bytes makes the decoder walk the whole picture; no encoder makes more than a few dozen.
+    constexpr int MaxScans = 200;
+
+    jpeg_start_decompress(&info);
+    while (info.input_scan_number <= MaxScans && jpeg_consume_input(&info) != JPEG_REACHED_EOI) {
+    }
+}
+
 void ReadRows(JpegRead &read)
 {
     jpeg_decompress_struct &info = read.info;
     Picture &picture = *read.picture;
-    jpeg_start_decompress(&info);
+    // Every scan is in one buffer by now; naming one before the last keeps the decoder from asking for more.
+    if (info.buffered_image)
+        jpeg_start_output(&info, std::max(info.input_scan_number - 1, 1));
+    else
+        jpeg_start_decompress(&info);
     while (info.output_scanline < info.output_height) {
         std::uint8_t *row = picture.Row(std::int32_t(info.output_scanline));
         JSAMPROW target = read.inks.empty() ? row : read.inks.data();
@@ -87,12 +93,15 @@ void ReadRows(JpegRead &read)
 PicturePtr DecodeJpeg(Bytes file)
 {
     JpegRead read;
-    bool begun = false;
-    RunUntilJump(read.errors.jump, [&] { begun = Begin(read, file); });
-    if (!begun)
+    bool isBegun = false;
+    RunUntilJump(read.errors.jump, [&] { isBegun = Begin(read, file); });
+    if (!isBegun)
         return nullptr;
     if (HasInks(read.info))
         read.inks.resize(std::size_t(read.picture->width) * 4);
+    // An error ends what comes in, not what has come.
+    if (read.info.buffered_image)
+        RunUntilJump(read.errors.jump, [&] { ReadScans(read.info); });
     RunUntilJump(read.errors.jump, [&] { ReadRows(read); });
     return read.info.output_scanline > 0 ? std::move(read.picture) : nullptr;
 }

@@ -29,15 +29,15 @@ void OnWarning(png_structp, png_const_charp) {}
 
 void OnHeader(png_structp png, png_infop info)
 {
-    // Deflate packs at most 1032 bytes into one; a palette picture may have eight pixels in each of them.
-    constexpr std::int64_t PixelsPerByte = 1032 * 8;
+    constexpr std::int64_t MostBitsPerByte = 1032 * 8; // deflate packs at most 1032 bytes into one
 
     PngRead &read = *static_cast<PngRead *>(png_get_progressive_ptr(png));
     const std::int64_t width = png_get_image_width(png, info);
     const std::int64_t height = png_get_image_height(png, info);
+    const int pixelBits = png_get_bit_depth(png, info) * png_get_channels(png, info);
     const bool hasAlpha = (png_get_color_type(png, info) & PNG_COLOR_MASK_ALPHA) != 0 ||
                           png_get_valid(png, info, PNG_INFO_tRNS) != 0;
-    if (IsPlausible(width, height, read.fileBytes, PixelsPerByte))
+    if (IsPlausible(width, height, read.fileBytes, MostBitsPerByte / pixelBits))
         read.picture = NewPicture(width, height, hasAlpha ? 32 : 24);
     if (!read.picture)
         png_error(png, "no room");

@@ -112,7 +112,7 @@ std::size_t UnpackRow(Bytes packed, std::vector<std::uint8_t> &row)
 {
     std::size_t done = 0;
     while (!packed.empty() && done < row.size()) {
-        const int control = std::int8_t(packed[0]);
+        const int control = packed[0] < 128 ? packed[0] : packed[0] - 256;
         packed = packed.subspan(1);
         const std::size_t room = row.size() - done;
         if (control >= 0) {

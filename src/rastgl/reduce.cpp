@@ -24,45 +24,26 @@ struct Job {
     std::int32_t width;
     std::int32_t height;
 
-    // Calls visit(colour, indexes, length) for every run of equal pixels within a row, until it gives false.
-    // Gives whether it came to the end.
+    // Calls visit(colour, index) for every pixel until it gives false. Gives whether it came to the end.
     template <typename Visit>
-    bool ForEachRun(Visit &&visit) const;
+    bool ForEachPixel(Visit &&visit) const;
 };
 
 template <typename Visit>
-bool Job::ForEachRun(Visit &&visit) const
+bool Job::ForEachPixel(Visit &&visit) const
 {
-    const auto load = [](const std::uint8_t *pixel) {
-        Colour colour = 0;
-        std::memcpy(&colour, pixel, sizeof(colour));
-        return colour;
-    };
     const std::size_t rowLength = std::size_t(width);
-    const std::uint8_t *row = pixels;
-    std::uint8_t *indexRow = indexes + rowLength * std::size_t(height);
-    for (std::int32_t i = 0; i < height; ++i, row += 4 * rowLength) {
-        indexRow -= rowLength;
-        for (std::size_t column = 0; column < rowLength;) {
-            const std::size_t start = column;
-            const Colour colour = load(row + 4 * start);
-            do {
-                ++column;
-            } while (column < rowLength && load(row + 4 * column) == colour);
-            if (!visit(colour, indexRow + start, column - start))
+    const std::uint8_t *pixel = pixels;
+    for (std::size_t row = std::size_t(height); row-- != 0;) {
+        std::uint8_t *indexRow = indexes + row * rowLength;
+        for (std::size_t column = 0; column < rowLength; ++column, pixel += 4) {
+            Colour colour = 0;
+            std::memcpy(&colour, pixel, sizeof(colour));
+            if (!visit(colour, indexRow[column]))
                 return false;
         }
     }
     return true;
-}
-
-// Most runs of a picture of many colours are a single pixel.
-void FillRun(std::uint8_t *indexes, std::size_t length, std::uint8_t index)
-{
-    if (length == 1)
-        *indexes = index;
-    else
-        std::memset(indexes, index, length);
 }
 
 void StoreEntry(std::uint8_t *palette, std::size_t index, unsigned blue, unsigned green, unsigned red,
@@ -113,9 +94,8 @@ private:
 bool ReduceExactly(const Job &job, std::uint8_t *palette)
 {
     ExactColours colours;
-    const bool complete = job.ForEachRun([&](Colour colour, std::uint8_t *indexes, std::size_t length) {
-        const std::uint8_t index = IsVisible(colour) ? colours.IndexOf(colour) : 0;
-        FillRun(indexes, length, index);
+    const bool complete = job.ForEachPixel([&](Colour colour, std::uint8_t &index) {
+        index = IsVisible(colour) ? colours.IndexOf(colour) : 0;
         return index != 0 || !IsVisible(colour);
     });
     if (complete)
@@ -125,9 +105,9 @@ bool ReduceExactly(const Job &job, std::uint8_t *palette)
 
 void CountColours(const Job &job, ColourCells &cells)
 {
-    job.ForEachRun([&](Colour colour, std::uint8_t *, std::size_t length) {
+    job.ForEachPixel([&](Colour colour, std::uint8_t &) {
         if (IsVisible(colour))
-            cells.Add(Premultiply(colour), length);
+            cells.Add(Premultiply(colour));
         return true;
     });
 }
@@ -140,9 +120,9 @@ void MapPixels(const Job &job, const ColourCells &cells, const CellPalette &fitt
         if (fitted.Sure(cell))
             sums[fitted.First(cell)].Add(cells[cell]);
     }
-    job.ForEachRun([&](Colour colour, std::uint8_t *indexes, std::size_t length) {
+    job.ForEachPixel([&](Colour colour, std::uint8_t &index) {
         if (!IsVisible(colour)) {
-            FillRun(indexes, length, 0);
+            index = 0;
             return true;
         }
         const Colour premultiplied = Premultiply(colour);
@@ -150,9 +130,9 @@ void MapPixels(const Job &job, const ColourCells &cells, const CellPalette &fitt
         std::uint8_t entry = fitted.First(cell);
         if (!fitted.Sure(cell)) {
             entry = fitted.Nearest(cell, premultiplied);
-            sums[entry].Add(premultiplied, length);
+            sums[entry].Add(premultiplied);
         }
-        FillRun(indexes, length, std::uint8_t(entry + 1));
+        index = std::uint8_t(entry + 1);
         return true;
     });
 }

@@ -21,7 +21,15 @@ namespace
 // Sums reach 65,025 times a weight from each of up to hundreds of millions of pixels: more than float holds.
 using Sums = std::array<double, 4>; // blue, green and red times alpha; alpha
 
-void AddWeighted(Sums &sums, double weight, const Sums &part)
+void AddPixel(Sums &sums, double weight, const std::uint8_t *pixel)
+{
+    const double alpha = weight * pixel[3];
+    for (std::size_t channel = 0; channel < 3; ++channel)
+        sums[channel] += alpha * pixel[channel];
+    sums[3] += alpha;
+}
+
+void AddSums(Sums &sums, double weight, const Sums &part)
 {
     for (std::size_t channel = 0; channel < 4; ++channel)
         sums[channel] += weight * part[channel];
@@ -43,7 +51,7 @@ class Axis
 public:
     struct Taps {
         std::size_t first; // in the source
-        std::span<const double> weights;
+        std::span<const float> weights;
     };
 
     Axis(std::int64_t sourceSize, std::int64_t targetSize)
@@ -83,7 +91,7 @@ private:
         for (std::int64_t source = first; source <= last; ++source) {
             const std::int64_t covered =
                 std::min(end, (source + 1) * targetSize) - std::max(begin, source * targetSize);
-            m_weights.push_back(double(covered) / double(sourceSize));
+            m_weights.push_back(float(double(covered) / double(sourceSize)));
         }
     }
 
@@ -99,12 +107,12 @@ private:
         m_weights.resize(begin + std::size_t(last - first + 1));
         for (std::int64_t sample = nearest - 1; sample <= nearest + 2; ++sample) {
             const std::int64_t source = std::clamp(sample, first, last);
-            m_weights[begin + std::size_t(source - first)] += CubicWeight(double(sample) - centre);
+            m_weights[begin + std::size_t(source - first)] += float(CubicWeight(double(sample) - centre));
         }
     }
 
     std::vector<Part> m_parts;
-    std::vector<double> m_weights;
+    std::vector<float> m_weights;
 };
 
 // The source's rows, scaled to the target's width. The rows that a target row is made of are asked for in
@@ -113,7 +121,7 @@ class ScaledRows
 {
 public:
     ScaledRows(const std::uint8_t *source, std::size_t width, const Axis &columns)
-        : m_source(source), m_width(width), m_columns(columns), m_unscaled(width)
+        : m_source(source), m_width(width), m_columns(columns)
     {
         for (Row &row : m_rows)
             row.sums.resize(columns.Size());
@@ -135,18 +143,13 @@ private:
         std::vector<Sums> sums;
     };
 
-    void Scale(const std::uint8_t *pixel, std::vector<Sums> &scaled)
+    void Scale(const std::uint8_t *pixels, std::vector<Sums> &scaled)
     {
-        for (Sums &sums : m_unscaled) {
-            const double alpha = pixel[3];
-            sums = {pixel[0] * alpha, pixel[1] * alpha, pixel[2] * alpha, alpha};
-            pixel += 4;
-        }
         for (std::size_t column = 0; column < scaled.size(); ++column) {
             const Axis::Taps taps = m_columns[column];
             Sums sums = {};
             for (std::size_t i = 0; i < taps.weights.size(); ++i)
-                AddWeighted(sums, taps.weights[i], m_unscaled[taps.first + i]);
+                AddPixel(sums, taps.weights[i], pixels + 4 * (taps.first + i));
             scaled[column] = sums;
         }
     }
@@ -154,13 +157,12 @@ private:
     const std::uint8_t *m_source;
     std::size_t m_width;
     const Axis &m_columns;
-    std::vector<Sums> m_unscaled;
     std::array<Row, 4> m_rows;
 };
 
 std::uint8_t ToByte(double value)
 {
-    return std::uint8_t(std::clamp(value, 0.0, 255.0) + 0.5);
+    return std::uint8_t(std::lround(std::clamp(value, 0.0, 255.0)));
 }
 
 void StorePixel(std::uint8_t *pixel, const Sums &sums)
@@ -180,7 +182,7 @@ void Rescale(std::uint8_t *target, const Axis &columns, const Axis &rows, Scaled
         for (std::size_t i = 0; i < taps.weights.size(); ++i) {
             const std::vector<Sums> &part = source[taps.first + i];
             for (std::size_t column = 0; column < sums.size(); ++column)
-                AddWeighted(sums[column], taps.weights[i], part[column]);
+                AddSums(sums[column], taps.weights[i], part[column]);
         }
         for (const Sums &pixel : sums) {
             StorePixel(target, pixel);

@@ -2,8 +2,9 @@
 
 #include "rastgl/rastgl.h"
 
-#include <cstring>
+#include <fstream>
 #include <random>
+#include <sstream>
 
 #include <gtest/gtest.h>
 
@@ -24,12 +25,6 @@ Maker &Maker::Big(int size, std::uint32_t value)
     return *this;
 }
 
-Maker &Maker::Text(std::string_view text)
-{
-    bytes.insert(bytes.end(), text.begin(), text.end());
-    return *this;
-}
-
 Maker &Maker::Raw(const File &more)
 {
     bytes.insert(bytes.end(), more.begin(), more.end());
@@ -42,10 +37,45 @@ Maker &Maker::Zeros(std::size_t count)
     return *this;
 }
 
+File ToBytes(const Numbers &numbers)
+{
+    return {numbers.begin(), numbers.end()};
+}
+
+std::vector<Case> LoadCases(const char *fileName)
+{
+    const auto split = [](const std::string &text, int base) {
+        Numbers numbers;
+        std::istringstream words(text);
+        for (std::string word; words >> word;)
+            numbers.push_back(std::uint32_t(std::stol(word, nullptr, base)));
+        return numbers;
+    };
+    std::vector<Case> cases;
+    std::ifstream file(std::string(PICTURES_FOLDER) + '/' + fileName);
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with('#'))
+            continue;
+        const std::size_t colon = line.find(": ");
+        const std::size_t arrow = line.find("->");
+        Case &made = cases.emplace_back(Case{line.substr(0, colon), {}, {}});
+        std::istringstream fields(line.substr(colon + 1, arrow - colon - 1));
+        for (std::string field; std::getline(fields, field, '|');)
+            made.fields.push_back(split(field, made.fields.empty() ? 10 : 16));
+        std::istringstream seen(line.substr(arrow + 2));
+        seen >> made.seen.width >> made.seen.height >> made.seen.bitsPerPixel;
+        std::string pixels;
+        std::getline(seen, pixels);
+        made.seen.pixels = split(pixels, 16);
+    }
+    EXPECT_FALSE(cases.empty()) << fileName;
+    return cases;
+}
+
 Seen Take(std::int32_t handle)
 {
     Seen seen{VTGF_DIB_GetWidth(handle), VTGF_DIB_GetHeight(handle), VTGF_DIB_GetBPP(handle), {}};
-    std::vector<std::uint32_t> bottomUp(std::size_t(seen.width) * std::size_t(seen.height));
+    Numbers bottomUp(std::size_t(seen.width) * std::size_t(seen.height));
     const auto byteCount = std::int32_t(bottomUp.size() * 4);
     VTGF_DIB_CopyBuf(reinterpret_cast<std::uint8_t *>(bottomUp.data()), &byteCount, handle);
     for (int row = seen.height - 1; row >= 0; --row) {
@@ -62,9 +92,9 @@ Seen Read(Reader reader, const File &file)
     return Take(reader(file.data(), &length));
 }
 
-std::int32_t Hold(int width, int height, const std::vector<std::uint32_t> &topDown)
+std::int32_t Hold(int width, int height, const Numbers &topDown)
 {
-    std::vector<std::uint32_t> bottomUp;
+    Numbers bottomUp;
     for (int row = height - 1; row >= 0; --row)
         bottomUp.insert(bottomUp.end(), topDown.begin() + row * width, topDown.begin() + (row + 1) * width);
     const std::int32_t bits = 32;
@@ -96,7 +126,7 @@ void ExpectReadsAsFarAsItGoes(Reader reader, const File &file)
     EXPECT_TRUE(isShortOnce) << "no length gave a part of the picture";
 }
 
-void ExpectSurvivesDamage(Reader reader, const File &file)
+void ExpectSurvivesDamage(Reader reader, const File &file, void (*repair)(File &))
 {
     constexpr int Rounds = 1500;
 
@@ -112,11 +142,22 @@ void ExpectSurvivesDamage(Reader reader, const File &file)
         File damaged = file;
         for (std::uint32_t flips = 1 + random() % 4; flips > 0; --flips) {
             // Half of the changes fall on the header, where they hurt most.
-            const std::size_t reach = random() % 2 ? damaged.size() : std::min<std::size_t>(damaged.size(), 64);
+            const std::size_t reach =
+                random() % 2 ? damaged.size() : std::min<std::size_t>(damaged.size(), 64);
             damaged[random() % reach] = std::uint8_t(random() % 3 ? random() : 0xFF * (random() % 2));
         }
+        if (repair != nullptr)
+            repair(damaged);
         check(damaged);
     }
+}
+
+void ExpectReads(Reader reader, const File &file, const Seen &seen)
+{
+    EXPECT_EQ(Read(reader, file), seen);
+    if (seen.height > 1)
+        ExpectReadsAsFarAsItGoes(reader, file);
+    ExpectSurvivesDamage(reader, file);
 }
 
 } // namespace picturefile

@@ -2,13 +2,14 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
+#include <string>
 #include <vector>
 
 namespace picturefile
 {
 
 using File = std::vector<std::uint8_t>;
+using Numbers = std::vector<std::uint32_t>;
 using Reader = std::int32_t (*)(const std::uint8_t *, const std::int32_t *);
 
 // Builds a file number by number.
@@ -17,34 +18,47 @@ struct Maker {
 
     Maker &Little(int size, std::uint32_t value);
     Maker &Big(int size, std::uint32_t value);
-    Maker &Text(std::string_view text);
     Maker &Raw(const File &more);
     Maker &Zeros(std::size_t count);
 };
+
+// The numbers, each as a byte.
+File ToBytes(const Numbers &numbers);
 
 // A picture as the tests look at it: 0xAARRGGBB, top row first.
 struct Seen {
     int width = 0;
     int height = 0;
     int bitsPerPixel = 0;
-    std::vector<std::uint32_t> pixels;
+    Numbers pixels;
 
     bool operator==(const Seen &) const = default;
 };
+
+// A line of a file in tests/rastgl/pictures, whose head says what the fields are, and the picture to be seen.
+struct Case {
+    std::string name;
+    std::vector<Numbers> fields;
+    Seen seen;
+};
+std::vector<Case> LoadCases(const char *fileName);
 
 // What the handle names, which is then freed; an empty picture for 0.
 Seen Take(std::int32_t handle);
 Seen Read(Reader reader, const File &file);
 
 // A handle of these pixels.
-std::int32_t Hold(int width, int height, const std::vector<std::uint32_t> &topDown);
+std::int32_t Hold(int width, int height, const Numbers &topDown);
 
 // Reads the file cut off at every length: nothing at first, then pictures of the full size in which ever more
 // pixels are right.
 void ExpectReadsAsFarAsItGoes(Reader reader, const File &file);
 
-// Reads the file with random bytes changed, and cut off at every length: the reader must come back, with a picture
-// of possible size or none.
-void ExpectSurvivesDamage(Reader reader, const File &file);
+// Reads the file with random bytes changed, and cut off at every length: the reader must come back, with a
+// picture of possible size or none. `repair` makes a changed file's checksums right again.
+void ExpectSurvivesDamage(Reader reader, const File &file, void (*repair)(File &) = nullptr);
+
+// Reads the file whole, where it must give the picture, and then does both of the above.
+void ExpectReads(Reader reader, const File &file, const Seen &seen);
 
 } // namespace picturefile

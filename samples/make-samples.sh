@@ -1,0 +1,49 @@
+#!/bin/bash
+# make-samples.sh OUT BIN_DIR: puts a small made-up game folder into OUT/game, with the programs of BIN_DIR.
+# What was there before is replaced only by a complete new one.
+set -eu
+
+if [ $# -ne 2 ]; then
+    echo "usage: make-samples.sh OUT BIN_DIR" >&2
+    exit 2
+fi
+out=$1
+bin=$2
+
+mkdir -p "$out"
+work=$(mktemp -d "$out/making.XXXXXX")
+trap 'rm -rf "$work"' EXIT
+
+"$bin/sample-drawer" "$work"
+
+# gi TYPE NAME [OPTION...]: the drawn picture of this name, as a GI file at its place in the game.
+gi() {
+    local type=$1 name=$2
+    shift 2
+    mkdir -p "$(dirname "$work/game/$name")"
+    "$bin/workbench-cli" gi "$work/drawn/$name.png" "$work/game/$name.gi" --type "$type" "$@" --force
+}
+
+gi 0 'Звёзды/Фон'
+gi 0 'Звёзды/Панорама'
+gi 2 'Графика/Планета'
+gi 3 'Графика/Красная планета'
+gi 0 'Графика/Гигант'
+gi 1 'Графика/Астероид1'
+gi 1 'Графика/Астероид2' --crop
+gi 3 'Графика/Астероид3'
+gi 2 'Корабли/Разведчик' --at 40,30
+gi 2 'Корабли/Пират' --crop
+gi 3 'Корабли/Торговец'
+gi 4 'Интерфейс/Капитан'
+for state in N H P D; do
+    gi 3 "Интерфейс/Button$state"
+done
+for frame in "$work"/drawn/Разное/Взрыв/*.png; do
+    gi 2 "Разное/Взрыв/$(basename "$frame" .png)"
+done
+
+if [ -e "$out/game" ]; then
+    mv "$out/game" "$work/old"
+fi
+mv "$work/game" "$out/game"

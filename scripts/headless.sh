@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# What run.sh does on a machine without a display: converts a picture to GI and back, and takes a screenshot of the
+# main window. Usage: scripts/headless.sh BIN_FOLDER FILE_OR_FOLDER
+set -euo pipefail
+bin=$1
+target=$2
+samples=$(cd "$(dirname "$0")/.." && pwd)/samples/game
+out=$(dirname "$bin")/headless
+rm -rf "$out"
+mkdir -p "$out"
+
+picture=$(find "$samples" -name '*.png' -size +4k | sort | head -n 1)
+"$bin/workbench-cli" gi "$picture" "$out/picture.gi" --type 0
+"$bin/workbench-cli" export "$out/picture.gi" "$out/picture.png"
+"$bin/workbench-cli" info "$out/picture.gi" > "$out/picture.txt"
+
+shown=$target
+if [ -d "$target" ]; then
+  shown=$(find "$target" -name '*.gi' -size +4k | sort | head -n 1)
+fi
+QT_QPA_PLATFORM=offscreen "$bin/workbench-screenshot" "$out/window.png" 1024x736 0 "$shown"
+
+cat <<TEXT
+No display: the work was done headless.
+  samples      $samples
+  converted    $picture
+               to $out/picture.gi and back to $out/picture.png
+  described    $out/picture.txt
+  screenshot   $out/window.png (showing $shown)
+TEXT

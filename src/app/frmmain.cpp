@@ -1,0 +1,219 @@
+#include "app/frmmain.h"
+
+#include "app/emptypage.h"
+#include "app/optionspage.h"
+#include "app/statusstrip.h"
+#include "platform/desktop/windowedges.h"
+#include "platform/desktop/windows.h"
+#include "viewer/viewerpage.h"
+#include "widgets/captionbar.h"
+#include "widgets/page.h"
+
+#include <QButtonGroup>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+#include <QWheelEvent>
+#include <QWindow>
+
+namespace wb
+{
+
+namespace
+{
+
+constexpr QSize SmallestWindow(1024, 736);
+constexpr int FocusInterval = 10; // ms
+constexpr int RowsPerNotch = 3;
+constexpr int OptionsIndex = 8;
+constexpr int DatEditorIndex = 5;
+constexpr int DrawnPages =
+    5; // the first pages draw pictures and are asked to draw again when they come forward
+
+const char *const PageCaptions[frmMain::PageCount] = {"ResViewer",    "GI Editor",    "GAI Editor",
+                                                      "HAI Editor",   "Anim Creator", "DAT Editor",
+                                                      "PKG UnPacker", "PKG Packer",   "Опции"};
+
+} // namespace
+
+frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_dialogs(dialogs),
+      m_settingsPath(std::move(settingsPath)), m_settings(LoadSettings(m_settingsPath)),
+      m_caption(new CaptionBar(m_res, QStringLiteral("Workbench"), this)), m_pageButtons(new QWidget(this)),
+      m_pages(new QStackedWidget(this)), m_status(new StatusStrip(this))
+{
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("Workbench"));
+    setWindowIcon(m_res.imgWindow);
+    setMinimumSize(SmallestWindow);
+    setAttribute(Qt::WA_StyledBackground);
+
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(1, 1, 1, 1);
+    column->setSpacing(0);
+    column->addWidget(m_caption);
+    column->addWidget(MakePageButtons());
+    column->addWidget(m_pages, 1);
+    column->addWidget(m_status);
+    MakePages();
+
+    connect(m_caption, &CaptionBar::Dragged, this, [this] { StartWindowMove(*this); });
+    connect(m_caption, &CaptionBar::DoubleClicked, this, &frmMain::ToggleMaximised);
+    connect(m_caption, &CaptionBar::MinimiseClicked, this, &QWidget::showMinimized);
+    connect(m_caption, &CaptionBar::TrayClicked, this, &frmMain::MinimiseToTray);
+    connect(m_caption, &CaptionBar::CloseClicked, this, &QWidget::close);
+    connect(m_caption, &CaptionBar::Released, m_viewer, &ViewerPage::FocusList);
+    connect(&m_notification, &NotificationIcon::Clicked, this, &frmMain::ReturnFromTray);
+    connect(&tmrFocusChecker, &QTimer::timeout, this, &frmMain::CheckFocus);
+    tmrFocusChecker.start(FocusInterval);
+    create();
+    windowHandle()->installEventFilter(this);
+    new WindowEdges(*this);
+}
+
+frmMain::~frmMain()
+{
+    Shutdown();
+}
+
+QWidget *frmMain::MakePageButtons()
+{
+    m_pageButtons->setObjectName(QStringLiteral("picPages"));
+    m_pageButtons->setAttribute(Qt::WA_StyledBackground);
+    auto *row = new QHBoxLayout(m_pageButtons);
+    row->setContentsMargins(6, 0, 6, 0);
+    row->setSpacing(0);
+    auto *group = new QButtonGroup(m_pageButtons);
+    for (int i = 0; i < PageCount; ++i) {
+        auto *button = new QPushButton(QString::fromUtf8(PageCaptions[i]), m_pageButtons);
+        button->setObjectName(QStringLiteral("cmdPage(%1)").arg(i));
+        button->setCheckable(true);
+        button->setFocusPolicy(Qt::TabFocus);
+        group->addButton(button, i);
+        row->addWidget(button);
+        cmdPage[std::size_t(i)] = button;
+        if (i == OptionsIndex - 1)
+            row->addStretch(1);
+    }
+    cmdPage[0]->setChecked(true);
+    connect(group, &QButtonGroup::idClicked, this, &frmMain::PageShown);
+    return m_pageButtons;
+}
+
+void frmMain::MakePages()
+{
+    m_viewer = new ViewerPage(m_settings, m_dialogs, m_abort, m_res, m_pages);
+    m_options = new OptionsPage(m_settings, m_dialogs, m_pages);
+    for (int i = 0; i < PageCount; ++i) {
+        Page *page = nullptr;
+        if (i == 0)
+            page = m_viewer;
+        else if (i == OptionsIndex)
+            page = m_options;
+        else
+            page = new EmptyPage(cmdPage[std::size_t(i)]->text(), m_pages);
+        page->setObjectName(QStringLiteral("picPage(%1)").arg(i));
+        m_pages->addWidget(page);
+        page->ApplySettings();
+    }
+    connect(m_viewer, &ViewerPage::ViewerWanted, this, [this] { ShowPage(0); });
+    connect(m_viewer, &ViewerPage::DatEditorWanted, this, [this] { ShowPage(DatEditorIndex); });
+    connect(m_options, &OptionsPage::BackColoursChanged, this, [this] { CurrentPage()->Redraw(); });
+}
+
+Page *frmMain::CurrentPage() const
+{
+    return static_cast<Page *>(m_pages->widget(m_currentPage));
+}
+
+void frmMain::ShowPage(int page)
+{
+    cmdPage[std::size_t(page)]->click();
+}
+
+void frmMain::PageShown(int page)
+{
+    m_pages->setCurrentIndex(page);
+    if (page >= DrawnPages)
+        return;
+    m_currentPage = page;
+    CurrentPage()->Redraw();
+}
+
+void frmMain::OpenCommandLine(const QString &folder, const QString &name)
+{
+    m_viewer->OpenNamed(folder, name);
+}
+
+void frmMain::MinimiseToTray()
+{
+    if (!NotificationIcon::Available()) {
+        showMinimized();
+        return;
+    }
+    m_notification.Show(m_res.imgWindow, windowTitle());
+    hide();
+}
+
+void frmMain::ReturnFromTray()
+{
+    show();
+    raise();
+    activateWindow();
+    m_viewer->Redraw();
+    m_notification.Remove();
+}
+
+void frmMain::ToggleMaximised()
+{
+    if (isMaximized())
+        showNormal();
+    else
+        showMaximized();
+}
+
+void frmMain::CheckFocus()
+{
+    const bool active = IsForeground(*this);
+    if (active == m_active)
+        return;
+    m_active = active;
+    m_caption->SetActive(active);
+}
+
+// Whatever lies under the pointer, the wheel scrolls the viewer's list; no wheel event goes further.
+bool frmMain::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::Wheel)
+        return QWidget::eventFilter(watched, event);
+    ScrollByWheel(*static_cast<QWheelEvent *>(event));
+    return true;
+}
+
+void frmMain::ScrollByWheel(const QWheelEvent &event)
+{
+    m_viewer->ScrollList(-m_wheel.Step(event) * RowsPerNotch);
+}
+
+void frmMain::closeEvent(QCloseEvent *event)
+{
+    Shutdown();
+    event->accept();
+}
+
+void frmMain::Shutdown()
+{
+    if (m_settingsPath.isEmpty())
+        return;
+    SaveSettings(m_settingsPath, m_settings);
+    m_settingsPath.clear();
+    m_abort.Set();
+    tmrFocusChecker.stop();
+    for (int i = 0; i < m_pages->count(); ++i)
+        static_cast<Page *>(m_pages->widget(i))->Release();
+    m_notification.Remove();
+}
+
+} // namespace wb

@@ -1,0 +1,82 @@
+// The borderless main window: title bar, page buttons, the pages, and the strip below.
+#pragma once
+
+#include "platform/desktop/notificationicon.h"
+#include "platform/desktop/wheelnotches.h"
+#include "services/abortflag.h"
+#include "services/dialogs.h"
+#include "services/settings.h"
+#include "widgets/frmres.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <array>
+
+class QPushButton;
+class QStackedWidget;
+
+namespace wb
+{
+
+class CaptionBar;
+class OptionsPage;
+class Page;
+class StatusStrip;
+class ViewerPage;
+
+class frmMain : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static constexpr int PageCount = 9;
+
+    // Up to the first frame on screen: `settingsPath` names the settings file, which is read now and written
+    // when the window closes.
+    frmMain(Dialogs &dialogs, QString settingsPath);
+    ~frmMain() override;
+
+    // Opens what the command line names: its folder is shown, its file opened when it is there.
+    void OpenCommandLine(const QString &folder, const QString &name);
+
+    // Presses cmdPage(page).
+    void ShowPage(int page);
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void MakePages();
+    QWidget *MakePageButtons();
+    void PageShown(int page);
+    void MinimiseToTray();
+    void ReturnFromTray();
+    void ToggleMaximised();
+    void CheckFocus();
+    void ScrollByWheel(const QWheelEvent &event);
+    void Shutdown();
+    Page *CurrentPage() const;
+
+    Dialogs &m_dialogs;
+    QString m_settingsPath;
+    Settings m_settings;
+    AbortFlag m_abort;
+    frmRes m_res;
+    bool m_active = true;
+    int m_currentPage = 0; // the page last shown among those that are drawn anew
+
+    CaptionBar *m_caption;
+    QWidget *m_pageButtons;
+    QStackedWidget *m_pages;
+    StatusStrip *m_status;
+    std::array<QPushButton *, PageCount> cmdPage{};
+    ViewerPage *m_viewer = nullptr;
+    OptionsPage *m_options = nullptr;
+    NotificationIcon m_notification;
+    WheelNotches m_wheel;
+    QTimer tmrFocusChecker;
+};
+
+} // namespace wb

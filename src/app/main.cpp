@@ -1,0 +1,34 @@
+#include "app/frmmain.h"
+#include "app/skin.h"
+#include "app/startup.h"
+#include "services/settings.h"
+#include "widgets/desktopdialogs.h"
+
+#include <QApplication>
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("workbench"));
+    QApplication::setApplicationVersion(QStringLiteral(WORKBENCH_VERSION));
+    QApplication::setApplicationDisplayName(QStringLiteral("Workbench"));
+    wb::ApplySkin(application);
+
+    wb::DesktopDialogs dialogs;
+    if (!wb::LoadLibraries(QApplication::applicationDirPath(), dialogs))
+        return 1;
+    int result = 0;
+    {
+        wb::frmMain window(dialogs, wb::SettingsPath());
+        dialogs.SetOwner(&window);
+        window.show();
+        const QStringList arguments = QApplication::arguments();
+        if (arguments.size() > 1) {
+            const wb::CommandLine asked = wb::ReadCommandLine(arguments.at(1));
+            window.OpenCommandLine(asked.folder, asked.name);
+        }
+        result = QApplication::exec();
+    }
+    wb::UnloadLibraries();
+    return result;
+}

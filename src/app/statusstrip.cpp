@@ -1,0 +1,89 @@
+#include "app/statusstrip.h"
+
+#include "app/memorygauge.h"
+#include "services/uitext.h"
+#include "widgets/colour.h"
+#include "widgets/gauge.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace wb
+{
+
+namespace
+{
+
+constexpr int MemoryInterval = 100; // ms
+
+}
+
+StatusStrip::StatusStrip(QWidget *parent)
+    : QWidget(parent), lblStatus(new QLabel(this)),
+      prgProgress(new Gauge(QStringLiteral("prgProgress"), this)),
+      prgMem(new Gauge(QStringLiteral("prgMem"), this))
+{
+    setObjectName(QStringLiteral("picStatus"));
+    setAttribute(Qt::WA_StyledBackground);
+    setFixedHeight(32);
+    lblStatus->setObjectName(QStringLiteral("lblStatus"));
+    auto *memory = new QLabel(UiText(TextMemory), this);
+    memory->setObjectName(QStringLiteral("lblMemory"));
+    prgProgress->setFixedSize(260, 8);
+    prgMem->setFixedSize(140, 8);
+    ShowProgress(false);
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(12, 0, 12, 0);
+    row->setSpacing(10);
+    row->addWidget(lblStatus, 1);
+    row->addWidget(prgProgress);
+    row->addSpacing(12);
+    row->addWidget(memory);
+    row->addWidget(prgMem);
+
+    connect(&tmrMemory, &QTimer::timeout, this, [this] { ShowMemory(QueryMemoryStatus()); });
+    tmrMemory.start(MemoryInterval);
+}
+
+void StatusStrip::ProgressStart(std::int32_t maximum, const QString &text)
+{
+    prgProgress->SetMaximum(maximum);
+    lblStatus->setText(text);
+    ShowProgress(true);
+    QCoreApplication::processEvents();
+}
+
+void StatusStrip::ProgressStep(std::int32_t value, const QString &text)
+{
+    prgProgress->SetValue(value);
+    lblStatus->setText(text);
+    QCoreApplication::processEvents();
+}
+
+void StatusStrip::ProgressClear()
+{
+    prgProgress->SetValue(0);
+    prgProgress->SetMaximum(1);
+    lblStatus->clear();
+    ShowProgress(false);
+}
+
+// A bar that stands at nothing is only clutter.
+void StatusStrip::ShowProgress(bool shown)
+{
+    prgProgress->setVisible(shown);
+}
+
+void StatusStrip::ShowMemory(const MemoryStatus &memory)
+{
+    const MemoryGauge gauge = GaugeOf(memory);
+    prgMem->SetMaximum(gauge.Maximum);
+    prgMem->SetValue(gauge.Value);
+    prgMem->setToolTip(gauge.Tip);
+    const std::int32_t colour = FromQColor(prgMem->BarColour());
+    prgMem->SetBarColour(ToQColor(gauge.Blinks ? NextBlinkColour(colour) : SteadyGaugeColour()));
+}
+
+} // namespace wb

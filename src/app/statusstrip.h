@@ -1,0 +1,39 @@
+// The strip at the window's bottom: what long work does, and how much memory the machine has left.
+#pragma once
+
+#include "common/progress.h"
+
+#include <QTimer>
+#include <QWidget>
+
+class QLabel;
+
+namespace wb
+{
+
+class Gauge;
+struct MemoryStatus;
+
+class StatusStrip : public QWidget, public Progress
+{
+    Q_OBJECT
+
+public:
+    explicit StatusStrip(QWidget *parent);
+
+    void ProgressStart(std::int32_t maximum, const QString &text) override;
+    void ProgressStep(std::int32_t value, const QString &text) override;
+    void ProgressClear() override;
+
+    void ShowMemory(const MemoryStatus &memory);
+
+private:
+    void ShowProgress(bool shown);
+
+    QLabel *lblStatus;
+    Gauge *prgProgress;
+    Gauge *prgMem;
+    QTimer tmrMemory;
+};
+
+} // namespace wb

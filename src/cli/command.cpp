@@ -1,0 +1,56 @@
+#include "cli/command.h"
+
+#include "common/files.h"
+#include "platform/nativepath.h"
+
+#include <QFile>
+
+#include <cstdio>
+
+namespace wb::cli
+{
+
+int Fail(const QString &path, const QString &reason)
+{
+    std::fprintf(stderr, "workbench-cli: %s: %s\n", QFile::encodeName(path).constData(),
+                 reason.toUtf8().constData());
+    return Failed;
+}
+
+int Misuse(const QString &reason)
+{
+    std::fprintf(stderr, "workbench-cli: %s\n", reason.toUtf8().constData());
+    return WrongUsage;
+}
+
+void Print(const QString &text)
+{
+    std::fputs(text.toUtf8().constData(), stdout);
+}
+
+QString FromArgument(const QString &argument)
+{
+    return FromNativePath(QFile::encodeName(argument).toStdString());
+}
+
+void DeclareForce(QCommandLineParser &parser)
+{
+    parser.addOption({QStringLiteral("force"), QStringLiteral("Replace files that are already there.")});
+}
+
+bool MayWrite(const QCommandLineParser &parser, const QString &argument)
+{
+    if (parser.isSet(QStringLiteral("force")) || !FileExists(FromArgument(argument)))
+        return true;
+    Fail(argument, QStringLiteral("is already there; --force replaces it"));
+    return false;
+}
+
+bool ReadNumber(const QString &text, int lowest, int highest, int &number)
+{
+    bool numeric = false;
+    number = text.toInt(&numeric);
+    return numeric && number >= lowest && number <= highest;
+}
+
+} // namespace wb::cli

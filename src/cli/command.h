@@ -1,0 +1,41 @@
+// One command of the command line companion.
+#pragma once
+
+#include <QCommandLineParser>
+#include <QString>
+
+namespace wb::cli
+{
+
+enum ExitStatus : int { Done = 0, Failed = 1, WrongUsage = 2 };
+
+struct Command {
+    const char *name;
+    const char *summary;
+    void (*declare)(QCommandLineParser &parser); // its options and arguments
+    int arguments;                               // how many it takes
+    int (*run)(const QCommandLineParser &parser);
+};
+
+extern const Command InfoCommand;
+extern const Command ExportCommand;
+extern const Command GiCommand;
+
+// One line on standard error, and the status of a failed command.
+int Fail(const QString &path, const QString &reason);
+// The same for a command that was not called as it should be.
+int Misuse(const QString &reason);
+
+void Print(const QString &text);
+
+// The program's path of a file named on the command line.
+QString FromArgument(const QString &argument);
+
+// The option by which a command may replace files, and whether it may write `argument`; says so when not.
+void DeclareForce(QCommandLineParser &parser);
+bool MayWrite(const QCommandLineParser &parser, const QString &argument);
+
+// Reads "N" with N in the range; false for any other text.
+bool ReadNumber(const QString &text, int lowest, int highest, int &number);
+
+} // namespace wb::cli

@@ -1,0 +1,115 @@
+#include "cli/command.h"
+#include "common/files.h"
+#include "common/paths.h"
+#include "viewer/documentloader.h"
+#include "viewer/frameexport.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <climits>
+#include <optional>
+
+namespace wb::cli
+{
+
+namespace
+{
+
+constexpr int DefaultQuality = 90;
+
+struct ExportJob {
+    QString source; // as the user wrote them
+    QString target;
+    ExportFormat format = ExportFormat::Png;
+    int frame = 0;
+    bool all = false;
+    int quality = DefaultQuality;
+};
+
+std::optional<ExportFormat> FormatOf(const QString &target)
+{
+    const QString extension = GetExtension(FromArgument(target)).toLower();
+    if (extension == QStringLiteral("png"))
+        return ExportFormat::Png;
+    if (extension == QStringLiteral("jpg") || extension == QStringLiteral("jpeg") ||
+        extension == QStringLiteral("jpe"))
+        return ExportFormat::Jpeg;
+    return std::nullopt;
+}
+
+void Declare(QCommandLineParser &parser)
+{
+    parser.addOption({QStringLiteral("frame"), QStringLiteral("The frame to write (default: 0)."),
+                      QStringLiteral("N"), QStringLiteral("0")});
+    parser.addOption({QStringLiteral("all"), QStringLiteral("Write every frame, numbered _000, _001, ...")});
+    parser.addOption({QStringLiteral("quality"), QStringLiteral("JPEG quality, 0 to 100 (default: 90)."),
+                      QStringLiteral("Q"), QString::number(DefaultQuality)});
+    DeclareForce(parser);
+    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The picture or animation."));
+    parser.addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("The file to write: .png or .jpg."));
+}
+
+// The machine's path of one of all frames.
+QString TargetOf(const ExportJob &job, int frame, int count)
+{
+    const QFileInfo target(job.target);
+    return target.dir().filePath(DefaultSaveName(FromArgument(job.target), frame, count) + u'.' +
+                                 target.suffix());
+}
+
+int WriteAll(const QCommandLineParser &parser, const ExportJob &job, const FrameSet &document)
+{
+    for (int i = 0; i < document.Count; ++i)
+        if (!MayWrite(parser, TargetOf(job, i, document.Count)))
+            return Failed;
+    for (int i = 0; i < document.Count; ++i) {
+        const QString target = TargetOf(job, i, document.Count);
+        if (!WritePicture(FromArgument(target), document.Pictures[std::size_t(i)], job.format, job.quality))
+            return Fail(target, QStringLiteral("can't be written"));
+    }
+    return Done;
+}
+
+int Write(const QCommandLineParser &parser, const ExportJob &job)
+{
+    const FrameSet document = OpenDocumentFile(FromArgument(job.source));
+    if (document.Count == 0 || document.Mode != DocumentMode::Pictures)
+        return Fail(job.source, QStringLiteral("is no picture that can be read"));
+    if (job.all)
+        return WriteAll(parser, job, document);
+    if (job.frame >= document.Count)
+        return Fail(job.source, QStringLiteral("has no frame %1").arg(job.frame));
+    if (!WritePicture(FromArgument(job.target), document.Pictures[std::size_t(job.frame)], job.format,
+                      job.quality))
+        return Fail(job.target, QStringLiteral("can't be written"));
+    return Done;
+}
+
+int Run(const QCommandLineParser &parser)
+{
+    ExportJob job;
+    job.source = parser.positionalArguments()[0];
+    job.target = parser.positionalArguments()[1];
+    job.all = parser.isSet(QStringLiteral("all"));
+    if (job.all && parser.isSet(QStringLiteral("frame")))
+        return Misuse(QStringLiteral("--frame and --all exclude each other"));
+    if (!ReadNumber(parser.value(QStringLiteral("frame")), 0, INT_MAX, job.frame))
+        return Misuse(QStringLiteral("--frame takes a number from 0 on"));
+    if (!ReadNumber(parser.value(QStringLiteral("quality")), 0, 100, job.quality))
+        return Misuse(QStringLiteral("--quality takes a number from 0 to 100"));
+    const std::optional<ExportFormat> format = FormatOf(job.target);
+    if (!format)
+        return Misuse(QStringLiteral("%1: the name must end in .png, .jpg, .jpeg or .jpe").arg(job.target));
+    job.format = *format;
+    if (!job.all && !MayWrite(parser, job.target))
+        return Failed;
+    return Write(parser, job);
+}
+
+} // namespace
+
+const Command ExportCommand{"export", "Write frames of a picture or animation as PNG or JPEG.", Declare, 2,
+                            Run};
+
+} // namespace wb::cli

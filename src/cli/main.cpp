@@ -1,0 +1,89 @@
+// workbench-cli: everything the workbench can do without a window.
+#include "cli/command.h"
+#include "gfx/graphicslibrary.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace wb::cli
+{
+
+namespace
+{
+
+const Command *const Commands[] = {&InfoCommand, &ExportCommand, &GiCommand};
+
+QString Overview()
+{
+    QString text = QStringLiteral("Usage: workbench-cli COMMAND [OPTIONS] ARGUMENTS\n\nCommands:\n");
+    for (const Command *command : Commands)
+        text += QStringLiteral("  %1 %2\n")
+                    .arg(QLatin1String(command->name), -8)
+                    .arg(QLatin1String(command->summary));
+    return text + QStringLiteral("\nworkbench-cli COMMAND --help tells more; --version tells the version.\n");
+}
+
+// Only once the call is known to be right does a command need the library.
+int RunLoaded(const Command &command, const QCommandLineParser &parser)
+{
+    if (!LoadGraphicsLibrary(QCoreApplication::applicationDirPath()))
+        return Fail(QLatin1String(GraphicsLibraryFile), QStringLiteral("not found"));
+    const int status = command.run(parser);
+    UnloadGraphicsLibrary();
+    return status;
+}
+
+int RunCommand(const Command &command, QStringList arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QLatin1String(command.summary));
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Show this help."));
+    parser.addOption(help);
+    command.declare(parser);
+    // The parser names the program after the first argument.
+    arguments.front() = QStringLiteral("workbench-cli ") + QLatin1String(command.name);
+    if (!parser.parse(arguments))
+        return Misuse(parser.errorText());
+    if (parser.isSet(help)) {
+        Print(parser.helpText());
+        return Done;
+    }
+    if (parser.positionalArguments().size() != command.arguments)
+        return Misuse(QStringLiteral("%1 takes %2 argument(s); see --help")
+                          .arg(QLatin1String(command.name))
+                          .arg(command.arguments));
+    return RunLoaded(command, parser);
+}
+
+int Main(QStringList arguments)
+{
+    arguments.removeFirst();
+    if (arguments.isEmpty())
+        return Misuse(QStringLiteral("a command is missing; see --help"));
+    const QString first = arguments.front();
+    if (first == QStringLiteral("--help") || first == QStringLiteral("-h")) {
+        Print(Overview());
+        return Done;
+    }
+    if (first == QStringLiteral("--version")) {
+        Print(QStringLiteral("workbench-cli %1\n").arg(QStringLiteral(WORKBENCH_VERSION)));
+        return Done;
+    }
+    const auto command = std::ranges::find_if(
+        Commands, [&](const Command *candidate) { return first == QLatin1String(candidate->name); });
+    if (command == std::end(Commands))
+        return Misuse(QStringLiteral("no such command: %1; see --help").arg(first));
+    return RunCommand(**command, arguments);
+}
+
+} // namespace
+
+} // namespace wb::cli
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    return wb::cli::Main(QCoreApplication::arguments());
+}

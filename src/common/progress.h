@@ -1,0 +1,30 @@
+// How a job tells how far it is.
+#pragma once
+
+#include <QString>
+#include <cstdint>
+
+namespace wb
+{
+
+// Whoever starts a job gives it one of these. Start and Step let pending events run, so any handler may run
+// inside them: a caller trusts nothing afterwards that an event could have changed.
+class Progress
+{
+public:
+    Progress() = default;
+    Progress(const Progress &) = delete;
+    Progress &operator=(const Progress &) = delete;
+    virtual ~Progress() = default;
+
+    // A job of `maximum` items begins; `text` is what the status shows.
+    virtual void ProgressStart(std::int32_t maximum, const QString &text) = 0;
+
+    // `value` items are done.
+    virtual void ProgressStep(std::int32_t value, const QString &text) = 0;
+
+    // The job is over: value 0, maximum 1, no text.
+    virtual void ProgressClear() = 0;
+};
+
+} // namespace wb

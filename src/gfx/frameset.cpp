@@ -1,0 +1,59 @@
+#include "gfx/frameset.h"
+
+#include "gfx/graphicslibrary.h"
+
+#include <utility>
+
+namespace wb
+{
+
+FrameSet::FrameSet(FrameSet &&other) noexcept
+{
+    *this = std::move(other);
+}
+
+FrameSet &FrameSet::operator=(FrameSet &&other) noexcept
+{
+    if (this != &other) {
+        FreeFrameSet(*this);
+        Mode = std::exchange(other.Mode, DocumentMode::Released);
+        Kind = std::exchange(other.Kind, {});
+        InfoText = std::exchange(other.InfoText, {});
+        Count = std::exchange(other.Count, 0);
+        Pictures = std::exchange(other.Pictures, {});
+        FrameTypes = std::exchange(other.FrameTypes, {});
+    }
+    return *this;
+}
+
+FrameSet::~FrameSet()
+{
+    FreeFrameSet(*this);
+}
+
+FrameSet StillPicture(std::string kind, std::int32_t handle)
+{
+    FrameSet document;
+    if (handle == 0)
+        return document;
+    document.Kind = std::move(kind);
+    document.Count = 1;
+    document.Pictures = {handle};
+    return document;
+}
+
+void FreeFrameSet(FrameSet &document)
+{
+    if (document.Count <= 0)
+        return;
+    for (const std::int32_t handle : document.Pictures)
+        Graphics().VTGF_DIB_Free(handle);
+    document.Mode = DocumentMode::Released;
+    document.Kind.clear();
+    document.InfoText.clear();
+    document.Count = 0;
+    document.Pictures.clear();
+    document.FrameTypes.clear();
+}
+
+} // namespace wb

@@ -1,0 +1,34 @@
+// The document that every format opens into: a sequence of pictures, or a sound.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace wb
+{
+
+enum class DocumentMode : std::int32_t { Released = -1, Pictures = 0, Sound = 1 };
+
+// Owns every handle in `Pictures`: it moves, but is never copied, and frees them when it goes.
+struct FrameSet {
+    DocumentMode Mode = DocumentMode::Pictures;
+    std::string Kind;       // "BMP", "JPG", "PNG", "PSD", "DDS", "GI", ...; empty: nothing was loaded
+    std::string InfoText;   // the frame type of a GI as decimal text; else empty
+    std::int32_t Count = 0; // frames; 0 when loading failed
+    std::vector<std::int32_t> Pictures;   // one picture handle a frame
+    std::vector<std::int32_t> FrameTypes; // one GI type a frame, for documents of GI frames
+
+    FrameSet() = default;
+    FrameSet(FrameSet &&other) noexcept;
+    FrameSet &operator=(FrameSet &&other) noexcept;
+    ~FrameSet();
+};
+
+// A document of the one picture `handle`, which it takes over; an empty document when the handle is 0.
+FrameSet StillPicture(std::string kind, std::int32_t handle);
+
+// Frees what the document holds and leaves it released. A document without frames stays as it is.
+void FreeFrameSet(FrameSet &document);
+
+} // namespace wb

@@ -1,0 +1,22 @@
+// What the desktop does for the program's windows.
+#pragma once
+
+#include <Qt>
+
+class QWidget;
+
+namespace wb
+{
+
+// Puts a shown top-level window above all others, or releases it; neither moves, sizes nor activates it.
+void SetTopMost(QWidget &window, bool topMost);
+
+// True while the window is the one the user works in.
+bool IsForeground(const QWidget &window);
+
+// Hands the move or resize of a top-level window, started by a mouse press, to the window manager. False when
+// it offers no such thing.
+bool StartWindowMove(QWidget &window);
+bool StartWindowResize(QWidget &window, Qt::Edges edges);
+
+} // namespace wb

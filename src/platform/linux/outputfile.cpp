@@ -1,0 +1,119 @@
+#include "platform/fileio.h"
+#include "platform/linux/errornumbers.h"
+#include "platform/linux/handles.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace wb
+{
+
+FileError OutputFile::Fail(int errorNumber)
+{
+    m_error = FileErrorOf(errorNumber);
+    return m_error;
+}
+
+FileError OutputFile::Open(const std::string &path)
+{
+    Abandon();
+    m_error = FileError::None;
+    m_descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (m_descriptor >= 0) {
+        m_path = m_written = path;
+        return m_error;
+    }
+    return errno == EEXIST ? OpenExisting(path) : Fail(errno);
+}
+
+FileError OutputFile::OpenExisting(const std::string &path)
+{
+    char target[PATH_MAX];
+    struct stat status = {};
+    if (::realpath(path.c_str(), target) == nullptr || ::stat(target, &status) != 0 ||
+        ::faccessat(AT_FDCWD, target, W_OK, AT_EACCESS) != 0)
+        return Fail(errno);
+    if (S_ISREG(status.st_mode))
+        return OpenBeside(target, status);
+
+    // A folder refuses to be opened for writing; a pipe that nobody reads would block without O_NONBLOCK.
+    m_descriptor = ::open(target, O_WRONLY | O_CLOEXEC | O_NONBLOCK);
+    if (m_descriptor < 0)
+        return Fail(errno);
+    ::fcntl(m_descriptor, F_SETFL, 0);
+    return m_error;
+}
+
+FileError OutputFile::OpenBeside(const std::string &target, const struct stat &older)
+{
+    std::string beside = target.substr(0, target.rfind('/') + 1) + ".workbench-XXXXXX";
+    m_descriptor = ::mkostemp(beside.data(), O_CLOEXEC);
+    if (m_descriptor < 0)
+        return Fail(errno);
+    m_path = target;
+    m_written = beside;
+    struct stat own = {};
+    const bool isSameOwner =
+        ::fstat(m_descriptor, &own) == 0 && own.st_uid == older.st_uid && own.st_gid == older.st_gid;
+    // Only the superuser may give files away; for anyone else the new file is the writer's.
+    if (!isSameOwner && ::fchown(m_descriptor, older.st_uid, older.st_gid) != 0 && errno != EPERM)
+        return Fail(errno);
+    return ::fchmod(m_descriptor, older.st_mode & 0777) == 0 ? m_error : Fail(errno);
+}
+
+FileError OutputFile::Write(ByteView bytes)
+{
+    while (m_error == FileError::None && !bytes.empty()) {
+        const ssize_t count = ::write(m_descriptor, bytes.data(), bytes.size());
+        if (count >= 0)
+            bytes = bytes.subspan(std::size_t(count));
+        else if (errno != EINTR)
+            Fail(errno);
+    }
+    return m_error;
+}
+
+FileError OutputFile::WriteAt(std::int64_t offset, ByteView bytes)
+{
+    while (m_error == FileError::None && !bytes.empty()) {
+        const ssize_t count = ::pwrite(m_descriptor, bytes.data(), bytes.size(), offset);
+        if (count >= 0) {
+            bytes = bytes.subspan(std::size_t(count));
+            offset += count;
+        } else if (errno != EINTR) {
+            Fail(errno);
+        }
+    }
+    return m_error;
+}
+
+FileError OutputFile::Commit()
+{
+    const bool isBeside = m_written != m_path;
+    if (m_error == FileError::None && isBeside && ::fsync(m_descriptor) != 0)
+        Fail(errno);
+    // Network file systems tell of a full disk only here.
+    if (::close(std::exchange(m_descriptor, -1)) != 0 && m_error == FileError::None)
+        Fail(errno);
+    if (m_error == FileError::None && isBeside && std::rename(m_written.c_str(), m_path.c_str()) != 0)
+        Fail(errno);
+    if (m_error == FileError::None)
+        m_written.clear();
+    Abandon();
+    return m_error;
+}
+
+void OutputFile::Abandon()
+{
+    const Descriptor closing(std::exchange(m_descriptor, -1));
+    if (!m_written.empty())
+        ::unlink(m_written.c_str());
+    m_written.clear();
+    m_path.clear();
+}
+
+} // namespace wb

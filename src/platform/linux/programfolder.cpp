@@ -1,0 +1,39 @@
+#include "platform/programfolder.h"
+
+#include "platform/nativepath.h"
+
+#include <climits>
+#include <cstdlib>
+#include <unistd.h>
+
+namespace wb
+{
+
+std::string NativeProgramFolder()
+{
+    char buffer[PATH_MAX];
+    const ssize_t length = ::readlink("/proc/self/exe", buffer, sizeof buffer);
+    const std::string program(buffer, length > 0 ? std::size_t(length) : 0);
+    const std::size_t separator = program.rfind('/');
+    return separator == std::string::npos || separator == 0 ? "/" : program.substr(0, separator);
+}
+
+QString ProgramFolder()
+{
+    return FromNativePath(NativeProgramFolder());
+}
+
+QString UserConfigFolder()
+{
+    const auto variable = [](const char *name) {
+        const char *value = std::getenv(name);
+        return std::string(value != nullptr && value[0] == '/' ? value
+                                                               : ""); // relative ones are to be ignored
+    };
+    std::string folder = variable("XDG_CONFIG_HOME");
+    if (folder.empty())
+        folder = variable("HOME") + "/.config";
+    return FromNativePath(folder + "/workbench");
+}
+
+} // namespace wb

@@ -1,0 +1,18 @@
+// Folders that the running program knows without being told.
+#pragma once
+
+#include <QString>
+#include <string>
+
+namespace wb
+{
+
+// The folder that holds the running program's file, without a separator at its end.
+std::string NativeProgramFolder();
+QString ProgramFolder();
+
+// The folder for this user's own settings of the program (XDG Base Directory Specification:
+// $XDG_CONFIG_HOME/workbench, else ~/.config/workbench). It need not exist.
+QString UserConfigFolder();
+
+} // namespace wb

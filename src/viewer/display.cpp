@@ -1,0 +1,250 @@
+#include "viewer/display.h"
+
+#include "gfx/graphicslibrary.h"
+#include "viewer/viewertexts.h"
+#include "viewer/zoom.h"
+#include "widgets/colour.h"
+#include "widgets/dibimage.h"
+#include "widgets/picturebutton.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QScopedValueRollback>
+#include <QSlider>
+#include <QVBoxLayout>
+
+namespace wb
+{
+
+namespace
+{
+
+constexpr int PlayInterval = 50; // ms
+constexpr int DrawDelay = 1;     // ms
+
+QLabel *NewLabel(const char *name, QWidget *parent)
+{
+    auto *label = new QLabel(parent);
+    label->setObjectName(QLatin1String(name));
+    return label;
+}
+
+} // namespace
+
+Display::Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res, QWidget *parent)
+    : QWidget(parent), m_settings(settings), m_dialogs(dialogs), m_res(res),
+      picPicture(new PictureArea(QStringLiteral("picPicture"), res.curOpenHand, res.curClosedHand, this)),
+      cmdPlay(new PictureButton(QStringLiteral("cmdPlay"), res.imgPlay, tr("Воспроизвести (пробел)"), this)),
+      cmdZoomIn(new PictureButton(QStringLiteral("cmdZoomIn"), res.imgZoomIn, tr("Увеличить (+)"), this)),
+      cmdZoomOut(new PictureButton(QStringLiteral("cmdZoomOut"), res.imgZoomOut, tr("Уменьшить (-)"), this)),
+      cmdAbort(new PictureButton(QStringLiteral("cmdAbort"), res.imgAbort, tr("Прервать (Esc)"), this)),
+      sldFrame(new QSlider(Qt::Horizontal, this)), lblInfo(NewLabel("lblInfo", this)),
+      lblFrames(NewLabel("lblFrames", this)), lblZoom(NewLabel("lblZoom", this)),
+      lblSize(NewLabel("lblSize", this))
+{
+    sldFrame->setObjectName(QStringLiteral("sldFrame"));
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+    column->addWidget(MakeToolBar());
+    column->addWidget(picPicture, 1);
+    column->addWidget(MakeStatusStrip());
+
+    tmrAnim.setInterval(PlayInterval);
+    tmrDraw.setInterval(DrawDelay);
+    tmrDraw.setSingleShot(true);
+    connect(&tmrAnim, &QTimer::timeout, this, &Display::PlayTick);
+    connect(&tmrDraw, &QTimer::timeout, this, &Display::DrawCurrentFrame);
+    connect(cmdPlay, &QToolButton::clicked, this, &Display::TogglePlayback);
+    connect(cmdZoomIn, &QToolButton::clicked, this, [this] { SetZoom(ZoomedIn(m_zoom)); });
+    connect(cmdZoomOut, &QToolButton::clicked, this, [this] { SetZoom(ZoomedOut(m_zoom)); });
+    connect(cmdAbort, &QToolButton::clicked, this, [&abort] { abort.Set(); });
+    connect(cmdAbort, &QToolButton::released, this, &Display::Released);
+    connect(sldFrame, &QSlider::valueChanged, this, &Display::FrameMoved);
+    connect(picPicture, &PictureArea::Released, this, &Display::Released);
+    connect(picPicture, &PictureArea::Resized, this, &Display::DrawCurrentFrame);
+    UpdateFrameTexts();
+    UpdateButtons();
+}
+
+QWidget *Display::MakeToolBar()
+{
+    auto *bar = new QWidget(this);
+    auto *row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(4);
+    row->addWidget(cmdPlay);
+    row->addWidget(sldFrame, 1);
+    row->addSpacing(8);
+    row->addWidget(cmdZoomOut);
+    row->addWidget(cmdZoomIn);
+    row->addSpacing(8);
+    row->addWidget(cmdAbort);
+    return bar;
+}
+
+QWidget *Display::MakeStatusStrip()
+{
+    auto *strip = new QWidget(this);
+    auto *row = new QHBoxLayout(strip);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(12);
+    row->addWidget(lblInfo, 1);
+    for (QLabel *label : {lblFrames, lblZoom, lblSize})
+        row->addWidget(label);
+    return strip;
+}
+
+bool Display::HasPictures() const
+{
+    return m_document.Mode == DocumentMode::Pictures && m_document.Count > 0;
+}
+
+std::int32_t Display::FrameWidth() const
+{
+    return Graphics().VTGF_DIB_GetWidth(m_document.Pictures[std::size_t(m_frame)]);
+}
+
+std::int32_t Display::FrameHeight() const
+{
+    return Graphics().VTGF_DIB_GetHeight(m_document.Pictures[std::size_t(m_frame)]);
+}
+
+void Display::Open(const QString &path, const std::function<FrameSet()> &open)
+{
+    if (m_busy)
+        return;
+    CloseDocument();
+    m_document = open();
+    m_documentPath = path;
+    ShowDocument();
+}
+
+void Display::CloseDocument()
+{
+    if (tmrAnim.isActive())
+        TogglePlayback();
+    m_busy = true;
+    m_shown = false;
+    UpdateButtons();
+    m_frame = 0;
+    sldFrame->setValue(0);
+    sldFrame->setMaximum(1);
+    FreeFrameSet(m_document);
+    UpdateFrameTexts();
+}
+
+void Display::ShowDocument()
+{
+    if (HasPictures())
+        m_zoom = m_settings.DrawStretch
+                     ? FitZoom(FrameWidth(), FrameHeight(), picPicture->InnerSize().width(),
+                               picPicture->InnerSize().height())
+                     : 100;
+    if (m_document.Count > 1)
+        sldFrame->setMaximum(m_document.Count - 1);
+    picPicture->Clear();
+    picPicture->ResetPlace();
+    m_busy = false;
+    m_shown = true;
+    DrawCurrentFrame();
+    UpdateButtons();
+    if (m_settings.AutoPlayAnim && m_document.Mode == DocumentMode::Pictures)
+        cmdPlay->click();
+}
+
+void Display::Redraw()
+{
+    picPicture->SetBackColour(ToQColor(m_settings.BackColor1));
+    DrawCurrentFrame();
+}
+
+void Display::Release()
+{
+    CloseDocument();
+    picPicture->Clear();
+    tmrDraw.stop();
+}
+
+void Display::UpdateButtons()
+{
+    const bool pictures = HasPictures() && !m_busy;
+    const bool several = m_document.Count > 1 && !m_busy;
+    cmdZoomIn->setEnabled(pictures && m_zoom < MaxZoom);
+    cmdZoomOut->setEnabled(pictures && m_zoom > MinZoom);
+    cmdPlay->setEnabled(several);
+    sldFrame->setEnabled(several && !tmrAnim.isActive());
+    cmdAbort->setEnabled(m_busy);
+}
+
+void Display::UpdateFrameTexts()
+{
+    lblInfo->setText(StatusText(m_document, m_frame));
+    lblFrames->setText(FrameText(m_document, m_frame));
+    lblZoom->setText(ZoomText(m_document, m_zoom));
+    lblSize->setText(SizeText(m_document, m_frame));
+}
+
+void Display::DrawCurrentFrame()
+{
+    UpdateFrameTexts();
+    if (!m_shown || !HasPictures() || m_frame >= m_document.Count)
+        return;
+    const QSize size(Scaled(FrameWidth(), m_zoom), Scaled(FrameHeight(), m_zoom));
+    const QImage image = ComposedImage(m_document.Pictures[std::size_t(m_frame)], m_settings.BackColor2);
+    const bool drawable = FrameWidth() == 0 || !image.isNull();
+    if (drawable && picPicture->Show(image, size))
+        return;
+    TellTooLarge();
+}
+
+// Playback goes on behind the box, and its frames must not bring up further ones.
+void Display::TellTooLarge()
+{
+    if (m_tellingTooLarge)
+        return;
+    {
+        const QScopedValueRollback telling(m_tellingTooLarge, true);
+        m_dialogs.Error(QStringLiteral("Can't zoom more, image is to large."), ErrorTitle);
+    }
+    if (m_zoom > MinZoom)
+        SetZoom(ZoomedOut(m_zoom));
+}
+
+void Display::SetZoom(std::int32_t zoom)
+{
+    m_zoom = zoom;
+    UpdateButtons();
+    picPicture->ResetPlace();
+    DrawCurrentFrame();
+}
+
+void Display::FrameMoved(int frame)
+{
+    if (m_document.Count == 0)
+        return;
+    m_frame = frame;
+    lblFrames->setText(FrameText(m_document, m_frame));
+    tmrDraw.start();
+}
+
+void Display::TogglePlayback()
+{
+    if (tmrAnim.isActive()) {
+        tmrAnim.stop();
+        cmdPlay->SetButtonPicture(m_res.imgPlay);
+    } else {
+        if (m_busy || m_document.Count < 2)
+            return;
+        tmrAnim.start();
+        cmdPlay->SetButtonPicture(m_res.imgStop);
+    }
+    UpdateButtons();
+}
+
+void Display::PlayTick()
+{
+    sldFrame->setValue((sldFrame->value() + 1) % (sldFrame->maximum() + 1));
+}
+
+} // namespace wb

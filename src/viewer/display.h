@@ -1,0 +1,89 @@
+// The right side of the viewer: the document, its frames at a zoom, and what moves through them.
+#pragma once
+
+#include "gfx/frameset.h"
+#include "services/abortflag.h"
+#include "services/dialogs.h"
+#include "services/settings.h"
+#include "widgets/frmres.h"
+#include "widgets/picturearea.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <functional>
+
+class QLabel;
+class QSlider;
+
+namespace wb
+{
+
+class PictureButton;
+
+class Display : public QWidget
+{
+    Q_OBJECT
+
+public:
+    Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res, QWidget *parent);
+
+    bool Busy() const { return m_busy; }
+    const QString &DocumentPath() const { return m_documentPath; }
+
+    // Replaces the document by what `open` gives, and shows it under `path`. Does nothing while busy.
+    void Open(const QString &path, const std::function<FrameSet()> &open);
+
+    // Takes the colours of the settings and draws the current frame.
+    void Redraw();
+
+    // Stops playback and frees the document.
+    void Release();
+
+Q_SIGNALS:
+    // The browser's list should have the focus.
+    void Released();
+
+private:
+    QWidget *MakeToolBar();
+    QWidget *MakeStatusStrip();
+    void CloseDocument();
+    void ShowDocument();
+    void UpdateButtons();
+    void UpdateFrameTexts();
+    void DrawCurrentFrame();
+    void TellTooLarge();
+    void SetZoom(std::int32_t zoom);
+    void FrameMoved(int frame);
+    void TogglePlayback();
+    void PlayTick();
+    bool HasPictures() const;
+    std::int32_t FrameWidth() const;
+    std::int32_t FrameHeight() const;
+
+    Settings &m_settings;
+    Dialogs &m_dialogs;
+    const frmRes &m_res;
+    FrameSet m_document;
+    QString m_documentPath;
+    std::int32_t m_frame = 0;
+    std::int32_t m_zoom = 100;
+    bool m_busy = false;
+    bool m_shown = false; // the document is complete on screen
+    bool m_tellingTooLarge = false;
+
+    QTimer tmrAnim;
+    QTimer tmrDraw;
+    PictureArea *picPicture;
+    PictureButton *cmdPlay;
+    PictureButton *cmdZoomIn;
+    PictureButton *cmdZoomOut;
+    PictureButton *cmdAbort;
+    QSlider *sldFrame;
+    QLabel *lblInfo;
+    QLabel *lblFrames;
+    QLabel *lblZoom;
+    QLabel *lblSize;
+};
+
+} // namespace wb

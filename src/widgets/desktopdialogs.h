@@ -1,0 +1,24 @@
+// The boxes and pickers of the desktop.
+#pragma once
+
+#include "services/dialogs.h"
+
+class QWidget;
+
+namespace wb
+{
+
+class DesktopDialogs : public Dialogs
+{
+public:
+    // The window that the boxes belong to from now on; none until then.
+    void SetOwner(QWidget *owner) { m_owner = owner; }
+
+    void Error(const QString &text, const QString &title) override;
+    std::optional<std::int32_t> ChooseColour(std::int32_t colour) override;
+
+private:
+    QWidget *m_owner = nullptr;
+};
+
+} // namespace wb

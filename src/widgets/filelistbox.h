@@ -1,0 +1,62 @@
+// A list of the machine's drives or of one folder, which walks the folder tree and keeps itself current.
+#pragma once
+
+#include "common/folderrows.h"
+#include "platform/folderwatch.h"
+#include "widgets/listbox.h"
+
+#include <QTimer>
+
+#include <vector>
+
+namespace wb
+{
+
+class FileListBox : public ListBox
+{
+    Q_OBJECT
+
+public:
+    // `pictures` in the order of RowPicture, one for each of the patterns last. `pattern` holds patterns
+    // separated by ";". Relative paths are taken from `programFolder`.
+    FileListBox(const QString &name, std::vector<QIcon> pictures, QString pattern, QString programFolder,
+                QWidget *parent);
+    ~FileListBox() override;
+
+    // The folder shown; empty: the drives. A folder that does not exist is replaced by its nearest parent.
+    const QString &Path() const { return m_path; }
+    void SetPath(const QString &path);
+
+    // The selected row's name, empty without one.
+    QString SelectedName() const;
+
+    // The first row from `first` on whose name is `name` ignoring case, or -1.
+    int FindName(const QString &name, int first) const;
+
+    // Goes where the selected row leads; a file leads nowhere.
+    void OpenSelected() override;
+
+    // Lists the folder again now, as the timer does.
+    void Refresh();
+
+Q_SIGNALS:
+    void ChangeFolder();
+
+private:
+    class Rows;
+
+    void ShowPath(const QString &path, const QString &selectName);
+    void ReplaceRows(FolderRows rows, int row, bool quiet);
+    void TakeListing(const QString &path, FolderRows rows);
+
+    std::shared_ptr<const std::vector<QIcon>> m_pictures;
+    QString m_pattern;
+    QString m_programFolder;
+    QString m_path;
+    std::shared_ptr<const Rows> m_rows;
+    FolderWatch m_watch;
+    QTimer tmrRefresher;
+    bool m_listing = false; // a refresh is on its way
+};
+
+} // namespace wb

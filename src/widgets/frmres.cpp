@@ -1,0 +1,43 @@
+#include "widgets/frmres.h"
+
+#include <QGuiApplication>
+#include <QPixmap>
+
+namespace wb
+{
+
+namespace
+{
+
+QIcon Button(const char *name)
+{
+    return QIcon(QStringLiteral(":/buttons/%1.png").arg(QLatin1String(name)));
+}
+
+QCursor Hand(const char *name)
+{
+    const bool fine = qGuiApp->devicePixelRatio() > 1.0;
+    QPixmap picture(
+        QStringLiteral(":/cursors/%1%2.png").arg(QLatin1String(name), QLatin1String(fine ? "@2x" : "")));
+    return QCursor(picture);
+}
+
+QIcon WindowIcon()
+{
+    QIcon icon;
+    for (const int size : {16, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/app/workbench-%1.png").arg(size), QSize(size, size));
+    return icon;
+}
+
+} // namespace
+
+frmRes::frmRes()
+    : imgWindow(WindowIcon()), curOpenHand(Hand("handopen")), curClosedHand(Hand("handclosed")),
+      imgPlay(Button("play")), imgStop(Button("stop")), imgZoomIn(Button("zoomin")),
+      imgZoomOut(Button("zoomout")), imgAbort(Button("abort")), imgRoot(Button("root")), imgUp(Button("up")),
+      imgMin(Button("min")), imgTray(Button("tray")), imgClose(Button("close"))
+{
+}
+
+} // namespace wb

@@ -1,0 +1,29 @@
+// The pictures that the window and its pages share.
+#pragma once
+
+#include <QCursor>
+#include <QIcon>
+
+namespace wb
+{
+
+struct frmRes {
+    frmRes();
+
+    QIcon imgWindow; // the program's icon
+    QCursor curOpenHand;
+    QCursor curClosedHand;
+
+    QIcon imgPlay;
+    QIcon imgStop;
+    QIcon imgZoomIn;
+    QIcon imgZoomOut;
+    QIcon imgAbort;
+    QIcon imgRoot;
+    QIcon imgUp;
+    QIcon imgMin;
+    QIcon imgTray;
+    QIcon imgClose;
+};
+
+} // namespace wb

@@ -1,0 +1,30 @@
+// What the main window knows of a page.
+#pragma once
+
+#include <QWidget>
+
+namespace wb
+{
+
+class Page : public QWidget
+{
+    Q_OBJECT
+
+public:
+    using QWidget::QWidget;
+
+    // Gives every control of the page the value that the settings hold; called once, before the window is
+    // shown.
+    virtual void ApplySettings() {}
+
+    // Draws again what depends on colours, size or visibility.
+    virtual void Redraw() {}
+
+    // Scrolls the page's visible list by rows (up when negative).
+    virtual void ScrollList(int) {}
+
+    // The program ends: stop what runs and free every picture.
+    virtual void Release() {}
+};
+
+} // namespace wb

@@ -1,0 +1,118 @@
+#include "common/files.h"
+#include "support/windowtest.h"
+#include "widgets/colourswatch.h"
+#include "widgets/filelistbox.h"
+
+#include <QCheckBox>
+
+namespace wb
+{
+
+namespace
+{
+
+class MainWindow : public WindowTest
+{
+protected:
+    void Wheel(int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
+    {
+        const QPointF position = List()->mapTo(window.get(), QPoint(20, 20));
+        QWheelEvent event(position, window->mapToGlobal(position), {}, {0, delta}, Qt::NoButton, modifiers,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(window->windowHandle(), &event);
+    }
+};
+
+TEST_F(MainWindow, EachButtonShowsItsPage)
+{
+    OpenWindow();
+    for (int shown = frmMain::PageCount - 1; shown >= 0; --shown) {
+        Click(qPrintable(QStringLiteral("cmdPage(%1)").arg(shown)));
+        for (int page = 0; page < frmMain::PageCount; ++page)
+            EXPECT_EQ(page == shown, Find(qPrintable(QStringLiteral("picPage(%1)").arg(page)))->isVisible())
+                << page;
+    }
+}
+
+TEST_F(MainWindow, KeepsItsSmallestSize)
+{
+    OpenWindow();
+    window->resize(300, 200);
+    EXPECT_EQ(QSize(1024, 736), window->size());
+}
+
+TEST_F(MainWindow, OptionsReachTheSettingsFile)
+{
+    OpenWindow();
+    window->ShowPage(8);
+    for (const char *box :
+         {"chkAutoPlayAnim", "chkAutoPlaySound", "chkDrawStretch", "chkViewOnTop", "chkViewDrawOnly",
+          "chkAltGAIMethod", "chkPKG", "chkGI", "chkGAI", "chkHAI", "chkAFT"})
+        QTest::mouseClick(Find(box), Qt::LeftButton, {}, QPoint(12, Find(box)->height() / 2));
+    Find("sldJPEGQuality")->setFocus();
+    QTest::keyClick(Find("sldJPEGQuality"), Qt::Key_Right);
+    QTest::keyClick(Find("sldVolume"), Qt::Key_Home);
+    EXPECT_EQ(QStringLiteral("0"), Text("lblSoundVolume"));
+    EXPECT_EQ(QStringLiteral("1"), Text("lblJPEGQuality"));
+    dialogs.colours = {0x0000FF, std::nullopt};
+    Click("lblAFTColor");
+    Click("lblAFTColor");
+    EXPECT_EQ((std::vector<std::int32_t>{0, 0x0000FF}), dialogs.askedColours);
+
+    CloseWindow();
+    const Settings written = WrittenSettings();
+    EXPECT_TRUE(written.AutoPlayAnim && written.AutoPlaySound && written.DrawStretch && written.ViewOnTop &&
+                written.ViewDrawOnly && written.AltGAIMethod && written.AssocPKG && written.AssocGI &&
+                written.AssocGAI && written.AssocHAI && written.AssocAFT);
+    EXPECT_EQ(1, written.JPEGQuality);
+    EXPECT_EQ(0, written.SoundVolume);
+    EXPECT_EQ(0x0000FF, written.AFTColor);
+    EXPECT_EQ(folder.Path(), written.Dir);
+
+    window.reset();
+    OpenWindow();
+    EXPECT_TRUE(Find<QCheckBox>("chkHAI")->isChecked());
+    EXPECT_EQ(QStringLiteral("#FF0000"), Find<ColourSwatch>("lblAFTColor")->text());
+}
+
+TEST_F(MainWindow, OneSettingLeavesTheOthersUnchecked)
+{
+    Settings settings = DefaultSettings();
+    settings.AssocGI = true;
+    WriteSettings(settings);
+    OpenWindow();
+    EXPECT_TRUE(Find<QCheckBox>("chkGI")->isChecked());
+    EXPECT_FALSE(Find<QCheckBox>("chkGAI")->isChecked());
+}
+
+TEST_F(MainWindow, TheWheelMovesTheListThreeRowsANotch)
+{
+    for (int i = 0; i < 100; ++i)
+        folder.MakeFolder(std::to_string(100 + i));
+    OpenWindow();
+    Wheel(-120);
+    EXPECT_EQ(3, List()->TopIndex());
+    Wheel(-360);
+    EXPECT_EQ(6, List()->TopIndex());
+    Wheel(120);
+    EXPECT_EQ(3, List()->TopIndex());
+    Wheel(-120, Qt::ControlModifier);
+    Wheel(-480);
+    EXPECT_EQ(3, List()->TopIndex());
+    for (int i = 0; i < 8; ++i)
+        Wheel(-15); // a touchpad's parts of one notch
+    EXPECT_EQ(6, List()->TopIndex());
+}
+
+TEST_F(MainWindow, AnUnwritableSettingsFileDoesNotStopStartOrEnd)
+{
+    settingsFolder.MakeFolder("Options.ini");
+    OpenWindow();
+    EXPECT_FALSE(Find<QCheckBox>("chkGI")->isChecked());
+    CloseWindow();
+    EXPECT_TRUE(FolderExists(settingsFolder.Path(QStringLiteral("Options.ini"))));
+}
+
+} // namespace
+
+} // namespace wb

@@ -1,0 +1,52 @@
+#include "support/samplefolder.h"
+
+#include "gfx/graphicslibrary.h"
+#include "gfx/pixels.h"
+#include "gi/giencoder.h"
+
+#include <gtest/gtest.h>
+
+namespace wb
+{
+
+FrameBuf MakePicture(int width, int height, const std::function<std::uint32_t(int, int)> &colour)
+{
+    FrameBuf picture;
+    picture.Width = width;
+    picture.Height = height;
+    picture.Pixels.resize(std::size_t(width) * std::size_t(height) * 4);
+    auto out = picture.Pixels.begin();
+    for (int y = height - 1; y >= 0; --y)
+        for (int x = 0; x < width; ++x) {
+            const std::uint32_t pixel = colour(x, y);
+            for (int shift = 0; shift < 32; shift += 8)
+                *out++ = static_cast<std::uint8_t>(pixel >> shift);
+        }
+    return picture;
+}
+
+FrameBuf MakePicture(int width, int height, std::uint32_t colour)
+{
+    return MakePicture(width, height, [colour](int, int) { return colour; });
+}
+
+QString SampleFolder::NativeText(std::string_view name) const
+{
+    return QString::fromStdString(name.empty() ? Native() : Native(name));
+}
+
+void SampleFolder::AddGi(std::string_view name, const FrameBuf &picture, int type, int transClass) const
+{
+    ByteArray bytes;
+    ASSERT_GT(EncodeGi(bytes, picture, type, transClass, false), 0);
+    Put(name, {reinterpret_cast<const char *>(bytes.data()), bytes.size()});
+}
+
+void SampleFolder::AddPng(std::string_view name, const FrameBuf &picture) const
+{
+    const std::int32_t handle = FrameBufToDib(picture);
+    EXPECT_EQ(1, Graphics().VTGF_Write_PNG_File(Native(name).c_str(), handle));
+    Graphics().VTGF_DIB_Free(handle);
+}
+
+} // namespace wb

@@ -1,0 +1,53 @@
+// The whole main window over a folder of samples, driven by events.
+#pragma once
+
+#include "app/frmmain.h"
+#include "support/samplefolder.h"
+#include "support/scripteddialogs.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QSlider>
+#include <QTest>
+#include <QWindow>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace wb
+{
+
+class FileListBox;
+
+class WindowTest : public testing::Test
+{
+protected:
+    // Opens the window on the sample folder, as the command line does.
+    void OpenWindow(const QString &name = {});
+    void CloseWindow();
+
+    template <typename Widget = QWidget>
+    Widget *Find(const char *name) const
+    {
+        auto *widget = window->findChild<Widget *>(QLatin1String(name));
+        EXPECT_NE(nullptr, widget) << name;
+        return widget;
+    }
+
+    QString Text(const char *label) const { return Find<QLabel>(label)->text(); }
+    void Click(const char *button) const { QTest::mouseClick(Find(button), Qt::LeftButton); }
+    void Key(char key) const;    // in the folder list
+    void Key(Qt::Key key) const; // in the folder list
+    void ClickRow(const QString &name) const;
+    QColor PixelAt(const char *widget, QPoint position) const;
+    FileListBox *List() const;
+    Settings WrittenSettings() const;
+    void WriteSettings(const Settings &settings) const;
+
+    SampleFolder folder;
+    SampleFolder settingsFolder;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<frmMain> window;
+};
+
+} // namespace wb
