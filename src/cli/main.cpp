@@ -32,19 +32,26 @@ int RunLoaded(const Command &command, const QCommandLineParser &parser)
     return status;
 }
 
-int RunCommand(const Command &command, QStringList arguments)
+// The parser's own help lacks the command and names the program by the path that started it.
+QString HelpOf(const Command &command, const QCommandLineParser &parser)
+{
+    const QString usage = QStringLiteral("Usage: ");
+    return parser.helpText().replace(usage + QCoreApplication::arguments().front(),
+                                     usage + QStringLiteral("workbench-cli ") + QLatin1String(command.name));
+}
+
+// The first argument is the command's name, which the parser passes over as that of a program.
+int RunCommand(const Command &command, const QStringList &arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QLatin1String(command.summary));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
     parser.addOption(help);
     command.declare(parser);
-    // The parser names the program after the first argument.
-    arguments.front() = QStringLiteral("workbench-cli ") + QLatin1String(command.name);
     if (!parser.parse(arguments))
         return Misuse(parser.errorText());
     if (parser.isSet(help)) {
-        Print(parser.helpText());
+        Print(HelpOf(command, parser));
         return Done;
     }
     if (parser.positionalArguments().size() != command.arguments)

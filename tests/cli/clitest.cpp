@@ -94,7 +94,13 @@ bool IsNear(const std::uint8_t *from, const std::uint8_t *back)
 TEST_F(CliTest, TellsItsUsage)
 {
     EXPECT_THAT(Run("--version").out, testing::MatchesRegex("workbench-cli [0-9]+\\.[0-9]+\\.[0-9]+\n"));
-    EXPECT_THAT(Run("--help").out, testing::StartsWith("Usage: workbench-cli COMMAND"));
+    for (const auto &[command, usage] :
+         {std::pair("", "COMMAND [OPTIONS] ARGUMENTS\n"), std::pair("info", "info [options] FILE\n"),
+          std::pair("export", "export [options] FILE OUT\n"), std::pair("gi", "gi [options] PNG OUT.gi\n")}) {
+        const Result help = Run(command + std::string(" --help"));
+        EXPECT_EQ(0, help.status);
+        EXPECT_THAT(help.out, testing::StartsWith(std::string("Usage: workbench-cli ") + usage));
+    }
 
     const std::pair<std::string, std::vector<std::string>> wrong[] = {
         {"", {"", "frobnicate", "--frobnicate", "info", "info a b", "info --colour a"}},
