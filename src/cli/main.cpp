@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace wb::cli
 {
@@ -82,6 +83,13 @@ int Main(QStringList arguments)
     return RunCommand(**command, arguments);
 }
 
+// A full disk may show itself only when the last of the output is written.
+int Finish(int status)
+{
+    const bool isWritten = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    return isWritten ? status : Fail(QStringLiteral("standard output"), QStringLiteral("can't be written"));
+}
+
 } // namespace
 
 } // namespace wb::cli
@@ -89,5 +97,5 @@ int Main(QStringList arguments)
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    return wb::cli::Main(QCoreApplication::arguments());
+    return wb::cli::Finish(wb::cli::Main(QCoreApplication::arguments()));
 }

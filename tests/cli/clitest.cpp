@@ -101,6 +101,7 @@ TEST_F(CliTest, TellsItsUsage)
         EXPECT_EQ(0, help.status);
         EXPECT_THAT(help.out, testing::StartsWith(std::string("Usage: workbench-cli ") + usage));
     }
+    ExpectFails("--help", "standard output: can't be written", u"/dev/full"_qs);
 
     const std::pair<std::string, std::vector<std::string>> wrong[] = {
         {"", {"", "frobnicate", "--frobnicate", "info", "info a b", "info --colour a"}},
