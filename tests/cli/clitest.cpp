@@ -188,7 +188,7 @@ TEST_F(CliTest, ExportNamesItsFilesAndKeepsTheQuality)
 {
     folder.AddPng("a", Gradient(0, 4));
     // A document of one frame gives the title alone.
-    for (const std::string name : {"Кадр.1.PNG", ".png"})
+    for (const std::string name : {"Кадр.1.PNG", "Что?*12:30*.png", ".png"})
         for (const char *which : {" --frame 0", " --all"}) {
             ExpectDone("export a " + name + which);
             EXPECT_TRUE(std::filesystem::remove(folder.Native(name))) << name << which;
@@ -220,7 +220,7 @@ TEST_F(CliTest, WhatIsRefusedOrFailsLeavesTheOutputAlone)
         }
         ExpectFails("export 0" + to + " --force --frame 1", "0: has no frame 1");
     }
-    for (const std::string call : {"gi --type 0 0 ", "export 0 "}) {
+    for (const std::string call : {"gi --type 0 0 ", "export 0 ", "export --all 0 "}) {
         ExpectFails(call + "старый.png", "старый.png: is already there; --force replaces it");
         ExpectFails(call + "нет/a.jpg", "нет/a.jpg: can't be written");
     }
