@@ -209,16 +209,16 @@ TEST_F(CliTest, WhatIsRefusedOrFailsLeavesTheOutputAlone)
         folder.AddPng(std::to_string(transClass), Gradient(transClass, 4));
     folder.Put("обрывок", folder.Get("0").substr(0, 30));
     folder.Put("старый.png", "older");
-    for (const std::string to : {" старый.png", " новый.png"}) {
+    for (const std::string to : {" старый.png --force", " новый.png --force"}) {
         for (const auto &[from, type] : {std::pair("0", "1"), std::pair("0", "2"), std::pair("0", "3"),
                                          std::pair("0", "4"), std::pair("2", "1")})
-            ExpectFails("gi " + (from + to) + " --force --type " + type,
+            ExpectFails(std::string("gi --type ") + type + ' ' + from + to,
                         std::string(from) + ": its transparency does not allow type " + type);
         for (const std::string from : {"обрывок", "нет", "."}) {
-            ExpectFails("gi " + from + to + " --force --type 0", from + ": is no PNG that can be read");
-            ExpectFails("export " + from + to + " --force", from + ": is no picture that can be read");
+            ExpectFails("gi --type 0 " + from + to, from + ": is no PNG that can be read");
+            ExpectFails("export " + from + to, from + ": is no picture that can be read");
         }
-        ExpectFails("export 0" + to + " --force --frame 1", "0: has no frame 1");
+        ExpectFails("export --frame 1 0" + to, "0: has no frame 1");
     }
     for (const std::string call : {"gi --type 0 0 ", "export 0 ", "export --all 0 "}) {
         ExpectFails(call + "старый.png", "старый.png: is already there; --force replaces it");
