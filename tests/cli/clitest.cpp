@@ -199,6 +199,8 @@ TEST_F(CliTest, ExportNamesItsFilesAndKeepsTheQuality)
         ExpectDone("export a a.JPE --force --quality " + quality);
         EXPECT_EQ(64, ReadBack(u"a.JPE"_qs, "JPG").Height);
         EXPECT_GT(folder.Get("a.JPE").size(), smaller) << quality;
+        ExpectDone("export a all.JPE --all --force --quality " + quality);
+        EXPECT_EQ(folder.Get("a.JPE"), folder.Get("all.JPE"));
         smaller = folder.Get("a.JPE").size();
     }
 }
@@ -214,9 +216,11 @@ TEST_F(CliTest, WhatIsRefusedOrFailsLeavesTheOutputAlone)
                                          std::pair("0", "4"), std::pair("2", "1")})
             ExpectFails(std::string("gi --type ") + type + ' ' + from + to,
                         std::string(from) + ": its transparency does not allow type " + type);
-        for (const std::string from : {"обрывок", "нет", "."}) {
-            ExpectFails("gi --type 0 " + from + to, from + ": is no PNG that can be read");
-            ExpectFails("export " + from + to, from + ": is no picture that can be read");
+        for (const char *from : {"обрывок", "нет", "."}) {
+            ExpectFails(std::string("gi --type 0 ") + from + to,
+                        std::string(from) + ": is no PNG that can be read");
+            ExpectFails(std::string("export ") + from + to,
+                        std::string(from) + ": is no picture that can be read");
         }
         ExpectFails("export --frame 1 0" + to, "0: has no frame 1");
     }
