@@ -1,11 +1,11 @@
 #include "cli/command.h"
 #include "common/files.h"
 #include "common/paths.h"
+#include "platform/nativepath.h"
 #include "viewer/documentloader.h"
 #include "viewer/frameexport.h"
 
-#include <QDir>
-#include <QFileInfo>
+#include <QFile>
 
 #include <climits>
 #include <optional>
@@ -50,12 +50,12 @@ void Declare(QCommandLineParser &parser)
     parser.addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("The file to write: .png or .jpg."));
 }
 
-// The machine's path of one of all frames.
+// One of all frames, in the folder as the user wrote it.
 QString TargetOf(const ExportJob &job, int frame, int count)
 {
-    const QFileInfo target(job.target);
-    return target.dir().filePath(DefaultSaveName(FromArgument(job.target), frame, count) + u'.' +
-                                 target.suffix());
+    const QString path = FromArgument(job.target);
+    const QString name = DefaultSaveName(path, frame, count) + u'.' + GetExtension(path);
+    return job.target.first(job.target.lastIndexOf(u'/') + 1) + QFile::decodeName(ToNativeName(name).c_str());
 }
 
 int WriteAll(const QCommandLineParser &parser, const ExportJob &job, const FrameSet &document)

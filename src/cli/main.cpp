@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace wb::cli
 {
@@ -34,7 +35,16 @@ int RunLoaded(const Command &command, const QCommandLineParser &parser)
     return status;
 }
 
-int RunCommand(const Command &command, QStringList arguments)
+// The parser's own help lacks the command and names the program by the path that started it.
+QString HelpOf(const Command &command, const QCommandLineParser &parser)
+{
+    const QString usage = QStringLiteral("Usage: ");
+    return parser.helpText().replace(usage + QCoreApplication::arguments().front(),
+                                     usage + QStringLiteral("workbench-cli ") + QLatin1String(command.name));
+}
+
+// The first argument is the command's name, which the parser passes over as that of a program.
+int RunCommand(const Command &command, const QStringList &arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QLatin1String(command.summary));
@@ -42,12 +52,10 @@ int RunCommand(const Command &command, QStringList arguments)
                                   QStringLiteral("Show this help."));
     parser.addOption(help);
     command.declare(parser);
-    // The parser names the program after the first argument.
-    arguments.front() = QStringLiteral("workbench-cli ") + QLatin1String(command.name);
     if (!parser.parse(arguments))
         return Misuse(parser.errorText());
     if (parser.isSet(help)) {
-        Print(parser.helpText());
+        Print(HelpOf(command, parser));
         return Done;
     }
     if (parser.positionalArguments().size() != command.arguments)
@@ -78,6 +86,13 @@ int Main(QStringList arguments)
     return RunCommand(**command, arguments);
 }
 
+// A full disk may show itself only when the last of the output is written.
+int Finish(int status)
+{
+    const bool isWritten = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    return isWritten ? status : Fail(QStringLiteral("standard output"), QStringLiteral("can't be written"));
+}
+
 } // namespace
 
 } // namespace wb::cli
@@ -85,5 +100,5 @@ int Main(QStringList arguments)
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    return wb::cli::Main(QCoreApplication::arguments());
+    return wb::cli::Finish(wb::cli::Main(QCoreApplication::arguments()));
 }

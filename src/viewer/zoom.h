@@ -24,7 +24,7 @@ constexpr std::int32_t ZoomedIn(std::int32_t zoom)
     return zoom + 100;
 }
 
-// The next smaller level, never below MinZoom.
+// 100, 50, 25 and 12 in turn; from any other zoom 100 less, but never below MinZoom.
 constexpr std::int32_t ZoomedOut(std::int32_t zoom)
 {
     switch (zoom) {
