@@ -1,8 +1,8 @@
 // GI decoding and encoding against libpng and against copying the picture, in one run.
 //
-//   decode : png    libpng's time for the same picture over ours
-//   decode : copy   the time of memcpy of the decoded picture over ours
-//   encode : fast   libpng at level 1 with the Sub filter over ours; : png with its default setting
+//   decode_png    libpng's time for decoding the same picture over ours
+//   decode_copy   the time of memcpy of the decoded picture over ours
+//   encode_fast   the time of libpng at level 1 with the Sub filter over ours; encode_png with its defaults
 #include "png.h"
 
 #include "gfx/graphicslibrary.h"
@@ -11,10 +11,10 @@
 #include "support/pictures.h"
 #include "support/ratio.h"
 
-#include <QCoreApplication>
 #include <algorithm>
-#include <cstdio>
+#include <benchmark/benchmark.h>
 #include <cstring>
+#include <string>
 
 namespace
 {
@@ -37,7 +37,7 @@ FrameBuf FrameOf(const Subject &subject)
     return frame;
 }
 
-void Measure(const Subject &subject, std::int32_t type, std::int32_t transClass)
+void Measure(benchmark::State &state, const Subject &subject, std::int32_t type, std::int32_t transClass)
 {
     constexpr int Rounds = 21;
     const FrameBuf frame = FrameOf(subject);
@@ -61,29 +61,27 @@ void Measure(const Subject &subject, std::int32_t type, std::int32_t transClass)
 
     encodeGi();
     decodeGi();
-    const double fast = MedianRatio([&] { encodePng(PngSetting::Fastest); }, encodeGi, Rounds);
-    const double usual = MedianRatio([&] { encodePng(PngSetting::Default); }, encodeGi, 3);
-    const double decode = MedianRatio(decodePng, decodeGi, Rounds);
-    const double copied = MedianRatio(copyPicture, decodeGi, 20 * Rounds);
-    std::printf("%-7s type %d class %d  %8zu bytes  decode %6.1f : png %5.2f : copy   encode %6.1f : fast "
-                "%6.1f : png\n",
-                subject.name, type, transClass, gi.size(), decode, copied, fast, usual);
+    for ([[maybe_unused]] auto _ : state) {
+        state.counters["encode_fast"] =
+            MedianRatio([&] { encodePng(PngSetting::Fastest); }, encodeGi, Rounds);
+        state.counters["encode_png"] = MedianRatio([&] { encodePng(PngSetting::Default); }, encodeGi, 3);
+        state.counters["decode_png"] = MedianRatio(decodePng, decodeGi, Rounds);
+        state.counters["decode_copy"] = MedianRatio(copyPicture, decodeGi, 20 * Rounds);
+    }
+    state.counters["bytes"] = double(gi.size());
 }
+
+// Every type that the picture may have; those with layers are never asked for as class 0.
+[[maybe_unused]] const bool IsRegistered = [] {
+    static const Subject subjects[] = {
+        {"sprite", MakeSprite(), 1}, {"graded", MakeGraded(), 2}, {"photo", MakePhoto(), 0}};
+    for (const Subject &subject : subjects)
+        for (std::int32_t type = 0; type <= 4; ++type) {
+            const std::int32_t transClass = type == 0 ? subject.transClass : std::max(subject.transClass, 1);
+            const std::string name = std::string(subject.name) + "/type_" + std::to_string(type);
+            benchmark::RegisterBenchmark(name.c_str(), Measure, subject, type, transClass)->Iterations(1);
+        }
+    return true;
+}();
 
 } // namespace
-
-int main(int argc, char **argv)
-{
-    const QCoreApplication application(argc, argv);
-    if (!LoadGraphicsLibrary(QCoreApplication::applicationDirPath()))
-        return 2;
-    const Subject subjects[] = {
-        {"sprite", MakeSprite(), 1}, {"graded", MakeGraded(), 2}, {"photo", MakePhoto(), 0}};
-    for (const Subject &subject : subjects) {
-        Measure(subject, 0, subject.transClass);
-        // The types with layers are never asked for as class 0.
-        for (std::int32_t type = 1; type <= 4; type++)
-            Measure(subject, type, std::max(subject.transClass, 1));
-    }
-    UnloadGraphicsLibrary();
-}

@@ -7,8 +7,7 @@
 #include "support/pictures.h"
 #include "support/ratio.h"
 
-#include <QCoreApplication>
-#include <cstdio>
+#include <benchmark/benchmark.h>
 #include <cstring>
 
 namespace
@@ -30,7 +29,8 @@ public:
         m_plane.assign(made.pixels.begin(), made.pixels.begin() + std::ptrdiff_t(made.pixels.size() / 2));
     }
 
-    void Run(const char *name)
+    // Each counter is how many times as fast as copying the picture the operation is.
+    void Run(benchmark::State &state)
     {
         const GraphicsLibrary &graphics = Graphics();
         const std::int32_t *width = &m_frame.Width;
@@ -39,34 +39,30 @@ public:
         std::uint8_t *source = m_frame.Pixels.data();
         std::uint8_t *target = m_target.data();
         std::uint8_t *plane = m_plane.data();
+        const auto compare = [this, &state](const char *operation, auto work) {
+            const auto copy = [this] { std::memcpy(m_copy.data(), m_frame.Pixels.data(), m_copy.size()); };
+            state.counters[operation] = MedianRatio(copy, work, 401);
+        };
 
-        std::printf("%s\n", name);
-        Show("5-6-5 to 32 bits", [&] { graphics.VTGF_Convert565toRGBA(target, plane, width, height); });
-        Show("32 bits to 5-6-5", [&] { graphics.VTGF_ConvertRGBAto565(plane, source, width, height); });
-        Show("premultiply to 5-6-5", [&] { PackPremultipliedRun(plane, source, std::size_t(bytes) / 4); });
-        Show("palette to 32 bits",
-             [&] { graphics.VTGF_AlphaSimpleBufPalAlpha_Copy_32(target, plane, source, width, height); });
-        Show("flip", [&] { graphics.VTGF_VFlipBuf_Copy_32(target, source, width, height); });
-        Show("flip in place", [&] { FlipRows(m_frame); });
-        Show("opaque layer", [&] { graphics.VTGF_TransBuf_Copy_32(target, &bytes, source, &bytes); });
-        Show("bounds", [&] {
+        compare("from_565", [&] { graphics.VTGF_Convert565toRGBA(target, plane, width, height); });
+        compare("to_565", [&] { graphics.VTGF_ConvertRGBAto565(plane, source, width, height); });
+        compare("premultiply", [&] { PackPremultipliedRun(plane, source, std::size_t(bytes) / 4); });
+        compare("palette",
+                [&] { graphics.VTGF_AlphaSimpleBufPalAlpha_Copy_32(target, plane, source, width, height); });
+        compare("flip", [&] { graphics.VTGF_VFlipBuf_Copy_32(target, source, width, height); });
+        compare("flip_in_place", [&] { FlipRows(m_frame); });
+        compare("opaque_layer", [&] { graphics.VTGF_TransBuf_Copy_32(target, &bytes, source, &bytes); });
+        compare("bounds", [&] {
             m_bounds += graphics.VTGF_GetStartX_32(source, width, height);
             m_bounds += graphics.VTGF_GetStartY_32(source, width, height);
             m_bounds += graphics.VTGF_GetFinishX_32(source, width, height);
             m_bounds += graphics.VTGF_GetFinishY_32(source, width, height);
         });
-        Show("difference",
-             [&] { graphics.VTGF_AnimFrame_Build_32(target, m_copy.data(), source, width, height); });
+        compare("difference",
+                [&] { graphics.VTGF_AnimFrame_Build_32(target, m_copy.data(), source, width, height); });
     }
 
 private:
-    template <typename Work>
-    void Show(const char *operation, Work work)
-    {
-        const auto copy = [this] { std::memcpy(m_copy.data(), m_frame.Pixels.data(), m_copy.size()); };
-        std::printf("  %-22s %5.2f : copy\n", operation, MedianRatio(copy, work, 401));
-    }
-
     FrameBuf m_frame;
     ByteArray m_copy;
     ByteArray m_target;
@@ -74,15 +70,15 @@ private:
     std::int64_t m_bounds = 0; // keeps the results wanted
 };
 
-} // namespace
-
-int main(int argc, char **argv)
+void Convert(benchmark::State &state, MadePicture (*make)(int, int))
 {
-    const QCoreApplication application(argc, argv);
-    if (!LoadGraphicsLibrary(QCoreApplication::applicationDirPath()))
-        return 2;
-    Comparison(MakeSprite()).Run("sprite");
-    Comparison(MakeGraded()).Run("graded");
-    Comparison(MakePhoto()).Run("photo");
-    UnloadGraphicsLibrary();
+    Comparison comparison(make(1024, 768));
+    for ([[maybe_unused]] auto _ : state)
+        comparison.Run(state);
 }
+
+BENCHMARK_CAPTURE(Convert, sprite, MakeSprite)->Iterations(1);
+BENCHMARK_CAPTURE(Convert, graded, MakeGraded)->Iterations(1);
+BENCHMARK_CAPTURE(Convert, photo, MakePhoto)->Iterations(1);
+
+} // namespace
