@@ -18,7 +18,7 @@ shown=$target
 if [ -d "$target" ]; then
   shown=$(find "$target" -name '*.gi' -size +4k | sort | head -n 1)
 fi
-QT_QPA_PLATFORM=offscreen "$bin/workbench-screenshot" "$out/window.png" 1024x736 0 "$shown"
+XDG_RUNTIME_DIR=$out QT_QPA_PLATFORM=offscreen "$bin/workbench-screenshot" "$out/window.png" 1024x736 0 "$shown"
 
 cat <<TEXT
 No display: the work was done headless.

@@ -59,7 +59,7 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
     column->addWidget(m_status);
     MakePages();
 
-    connect(m_caption, &CaptionBar::Dragged, this, [this] { StartWindowMove(*this); });
+    connect(m_caption, &CaptionBar::Dragged, this, &frmMain::MoveByMouse);
     connect(m_caption, &CaptionBar::DoubleClicked, this, &frmMain::ToggleMaximised);
     connect(m_caption, &CaptionBar::MinimiseClicked, this, &QWidget::showMinimized);
     connect(m_caption, &CaptionBar::TrayClicked, this, &frmMain::MinimiseToTray);
@@ -166,6 +166,13 @@ void frmMain::ReturnFromTray()
     m_notification.Remove();
 }
 
+// The window manager takes the mouse over from the press on, so a short tap would never reach the window.
+void frmMain::MoveByMouse()
+{
+    activateWindow();
+    StartWindowMove(*this);
+}
+
 void frmMain::ToggleMaximised()
 {
     if (isMaximized())
@@ -205,10 +212,10 @@ void frmMain::closeEvent(QCloseEvent *event)
 
 void frmMain::Shutdown()
 {
-    if (m_settingsPath.isEmpty())
+    if (m_isShutDown)
         return;
+    m_isShutDown = true;
     SaveSettings(m_settingsPath, m_settings);
-    m_settingsPath.clear();
     m_abort.Set();
     tmrFocusChecker.stop();
     for (int i = 0; i < m_pages->count(); ++i)

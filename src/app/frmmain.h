@@ -53,6 +53,7 @@ private:
     void PageShown(int page);
     void MinimiseToTray();
     void ReturnFromTray();
+    void MoveByMouse();
     void ToggleMaximised();
     void CheckFocus();
     void ScrollByWheel(const QWheelEvent &event);
@@ -65,6 +66,7 @@ private:
     AbortFlag m_abort;
     frmRes m_res;
     bool m_active = true;
+    bool m_isShutDown = false;
     int m_currentPage = 0; // the page last shown among those that are drawn anew
 
     CaptionBar *m_caption;

@@ -5,14 +5,18 @@
 #include "widgets/desktopdialogs.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QTranslator>
 
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("workbench"));
     QApplication::setApplicationVersion(QStringLiteral(WORKBENCH_VERSION));
-    QApplication::setApplicationDisplayName(QStringLiteral("Workbench"));
     wb::ApplySkin(application);
+    QTranslator boxes;
+    if (boxes.load(QStringLiteral("qtbase_ru"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&boxes); // the interface is Russian, whatever the desktop's language
 
     wb::DesktopDialogs dialogs;
     if (!wb::LoadLibraries(QApplication::applicationDirPath(), dialogs))

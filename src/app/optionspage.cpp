@@ -88,9 +88,8 @@ QGroupBox *OptionsPage::MakeScaleGroup()
 {
     auto *group = new QGroupBox(tr("Звук и экспорт"), this);
     auto *form = NewForm(group);
-    form->addRow(tr("Громкость"), AddScale("sldVolume", "lblSoundVolume", &Settings::SoundVolume, group));
-    form->addRow(tr("Качество JPEG"),
-                 AddScale("sldJPEGQuality", "lblJPEGQuality", &Settings::JPEGQuality, group));
+    AddScale("sldVolume", "lblSoundVolume", tr("Громкость"), &Settings::SoundVolume, form);
+    AddScale("sldJPEGQuality", "lblJPEGQuality", tr("Качество JPEG"), &Settings::JPEGQuality, form);
     return group;
 }
 
@@ -119,10 +118,8 @@ QCheckBox *OptionsPage::AddCheck(const char *name, const QString &caption, bool 
     box->setObjectName(QLatin1String(name));
     m_checks.push_back({box, field});
     connect(box, &QCheckBox::toggled, this, [this, field](bool on) {
-        if (m_loading)
-            return;
-        m_settings.*field = on;
-        Q_EMIT SettingsChanged();
+        if (!m_loading)
+            m_settings.*field = on;
     });
     return box;
 }
@@ -137,12 +134,13 @@ ColourSwatch *OptionsPage::AddSwatch(const char *name, std::int32_t Settings::*f
     return swatch;
 }
 
-QWidget *OptionsPage::AddScale(const char *name, const char *labelName, std::int32_t Settings::*field,
-                               QWidget *parent)
+void OptionsPage::AddScale(const char *name, const char *labelName, const QString &caption,
+                           std::int32_t Settings::*field, QFormLayout *form)
 {
-    auto *line = new QWidget(parent);
+    auto *line = new QWidget;
     auto *slider = new QSlider(Qt::Horizontal, line);
     slider->setObjectName(QLatin1String(name));
+    slider->setAccessibleName(caption);
     slider->setRange(0, 100);
     auto *label = new QLabel(QStringLiteral("0"), line);
     label->setObjectName(QLatin1String(labelName));
@@ -158,7 +156,7 @@ QWidget *OptionsPage::AddScale(const char *name, const char *labelName, std::int
         if (!m_loading)
             m_settings.*field = value;
     });
-    return line;
+    form->addRow(caption, line);
 }
 
 void OptionsPage::ChooseColour(const Swatch &swatch)
@@ -168,7 +166,6 @@ void OptionsPage::ChooseColour(const Swatch &swatch)
         return;
     m_settings.*swatch.field = *colour;
     swatch.swatch->SetColour(*colour);
-    Q_EMIT SettingsChanged();
     if (swatch.behindPictures)
         Q_EMIT BackColoursChanged();
 }

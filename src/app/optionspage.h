@@ -8,8 +8,8 @@
 #include <vector>
 
 class QCheckBox;
+class QFormLayout;
 class QGroupBox;
-class QLabel;
 class QSlider;
 
 namespace wb
@@ -27,8 +27,6 @@ public:
     void ApplySettings() override;
 
 Q_SIGNALS:
-    // A check box or a colour has changed; the settings hold the new value already.
-    void SettingsChanged();
     // What pictures are drawn over has changed.
     void BackColoursChanged();
 
@@ -54,8 +52,8 @@ private:
     QCheckBox *AddCheck(const char *name, const QString &caption, bool Settings::*field, QWidget *parent);
     ColourSwatch *AddSwatch(const char *name, std::int32_t Settings::*field, bool behindPictures,
                             QWidget *parent);
-    QWidget *AddScale(const char *name, const char *labelName, std::int32_t Settings::*field,
-                      QWidget *parent);
+    void AddScale(const char *name, const char *labelName, const QString &caption,
+                  std::int32_t Settings::*field, QFormLayout *form);
     void ChooseColour(const Swatch &swatch);
 
     Settings &m_settings;

@@ -4,9 +4,10 @@
 #include "app/skin.h"
 #include "app/startup.h"
 #include "platform/nativepath.h"
-#include "widgets/desktopdialogs.h"
+#include "services/dialogs.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QEventLoop>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -18,34 +19,59 @@ namespace
 
 constexpr int SettlingTime = 300; // ms
 
-int TakeScreenshot(const QStringList &arguments)
+// Nobody is there to answer a box.
+class PrintedDialogs : public wb::Dialogs
 {
-    const QStringList size = arguments[2].split(u'x');
-    const QTemporaryDir scratch;
-    wb::DesktopDialogs dialogs;
-    if (size.size() != 2 || !scratch.isValid() ||
-        !wb::LoadLibraries(QApplication::applicationDirPath(), dialogs))
-        return 1;
-    bool saved = false;
+public:
+    void Error(const QString &text, const QString &) override
     {
-        // Settings of its own: the user's stay as they are.
-        wb::frmMain window(dialogs,
-                           wb::FromNativePath(scratch.filePath(QStringLiteral("Options.ini")).toStdString()));
-        window.resize(size[0].toInt(), size[1].toInt());
-        window.show();
-        if (arguments.size() > 4) {
-            const wb::CommandLine asked = wb::ReadCommandLine(arguments[4]);
-            window.OpenCommandLine(asked.folder, asked.name);
-        }
-        window.ShowPage(arguments[3].toInt());
-        // Not QApplication's own loop, whose end closes the window.
-        QEventLoop settling;
-        QTimer::singleShot(SettlingTime, &settling, &QEventLoop::quit);
-        settling.exec();
-        saved = window.grab().save(arguments[1]);
+        std::fprintf(stderr, "workbench-screenshot: %s\n", qPrintable(text));
     }
-    wb::UnloadLibraries();
-    return saved ? 0 : 1;
+    std::optional<std::int32_t> ChooseColour(std::int32_t) override { return std::nullopt; }
+};
+
+struct Order {
+    QString target;
+    QSize size;
+    int page = -1;
+    QString file;
+};
+
+Order ReadOrder(const QStringList &arguments)
+{
+    Order order;
+    if (arguments.size() < 4)
+        return order;
+    const QStringList size = arguments[2].split(u'x');
+    bool isPage = false;
+    const int page = arguments[3].toInt(&isPage);
+    if (size.size() != 2 || !isPage || page >= wb::frmMain::PageCount)
+        return order;
+    order = {QDir::current().absoluteFilePath(arguments[1]),
+             {size[0].toInt(), size[1].toInt()},
+             page,
+             arguments.value(4)};
+    return order;
+}
+
+bool TakeScreenshot(const Order &order, PrintedDialogs &dialogs)
+{
+    const QTemporaryDir scratch;
+    // Settings of its own: the user's stay as they are.
+    const QString settings = scratch.filePath(QStringLiteral("Options.ini"));
+    wb::frmMain window(dialogs, wb::FromNativePath(settings.toStdString()));
+    window.resize(order.size);
+    window.show();
+    if (!order.file.isEmpty()) {
+        const wb::CommandLine asked = wb::ReadCommandLine(order.file);
+        window.OpenCommandLine(asked.folder, asked.name);
+    }
+    window.ShowPage(order.page);
+    // Not QApplication's own loop, whose end closes the window.
+    QEventLoop settling;
+    QTimer::singleShot(SettlingTime, &settling, &QEventLoop::quit);
+    settling.exec();
+    return window.grab().save(order.target);
 }
 
 } // namespace
@@ -53,11 +79,17 @@ int TakeScreenshot(const QStringList &arguments)
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
-    const QStringList arguments = QApplication::arguments();
-    if (arguments.size() < 4) {
-        std::fprintf(stderr, "usage: workbench-screenshot OUT.png WIDTHxHEIGHT PAGE [FILE]\n");
+    const Order order = ReadOrder(QApplication::arguments());
+    if (order.page < 0 || order.size.isEmpty()) {
+        std::fprintf(stderr, "usage: workbench-screenshot OUT.png WIDTHxHEIGHT PAGE(0..%d) [FILE]\n",
+                     wb::frmMain::PageCount - 1);
         return 2;
     }
+    PrintedDialogs dialogs;
+    if (!wb::LoadLibraries(QApplication::applicationDirPath(), dialogs))
+        return 1;
     wb::ApplySkin(application);
-    return TakeScreenshot(arguments);
+    const bool isTaken = TakeScreenshot(order, dialogs);
+    wb::UnloadLibraries();
+    return isTaken ? 0 : 1;
 }

@@ -1,11 +1,14 @@
 #include "app/startup.h"
 
+#include "common/files.h"
+#include "common/paths.h"
 #include "gfx/graphicslibrary.h"
 #include "platform/nativepath.h"
 #include "services/dialogs.h"
 
 #include <QDir>
-#include <QFileInfo>
+#include <QFile>
+#include <QRegularExpression>
 
 namespace wb
 {
@@ -23,13 +26,28 @@ void UnloadLibraries()
     UnloadGraphicsLibrary();
 }
 
+namespace
+{
+
+// A path of the program, whatever way the argument is written in.
+QString PathOfArgument(const QString &argument)
+{
+    static const QRegularExpression ofProgram(QStringLiteral("^(file://|[A-Za-z]:[\\\\/])"));
+    if (ofProgram.match(argument).hasMatch())
+        return FromNativePath(ToNativePath(PathFromUserText(argument)));
+    return FromNativePath(QFile::encodeName(argument).toStdString());
+}
+
+} // namespace
+
 CommandLine ReadCommandLine(const QString &argument)
 {
-    const QFileInfo file(argument.startsWith(QStringLiteral("file://")) ? argument.mid(7) : argument);
-    const bool isFolder = file.isDir();
-    const QString folder = isFolder ? file.filePath() : file.path();
-    QDir::setCurrent(folder);
-    return {FromNativePath(QDir::currentPath().toStdString()), isFolder ? QString() : file.fileName()};
+    const QString path = PathOfArgument(argument);
+    const bool isFolder = FolderExists(path);
+    const QString folder = isFolder ? path : GetFolder(path);
+    // A folder that is not there opens nothing, also no file of that name in the current one.
+    const bool isThere = QDir::setCurrent(QFile::decodeName(ToNativePath(folder).c_str()));
+    return {folder, isFolder || !isThere ? QString() : GetFileName(path)};
 }
 
 } // namespace wb

@@ -51,6 +51,7 @@ int RunCommand(const Command &command, const QStringList &arguments)
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Show this help."));
     parser.addOption(help);
+    parser.addOption({QStringLiteral("quiet"), QStringLiteral("Show no progress.")});
     command.declare(parser);
     if (!parser.parse(arguments))
         return Misuse(parser.errorText());

@@ -36,8 +36,8 @@ Browser::Browser(Settings &settings, const frmRes &res, QWidget *parent)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
     column->addWidget(MakeViewButtons());
-    column->addWidget(MakeNavigation(res));
-    for (ListBox *list : {static_cast<ListBox *>(lstFiles), lstPKG, lstDAT}) {
+    column->addWidget(MakeNavigation());
+    for (ListBox *list : Lists()) {
         column->addWidget(list, 1);
         list->setVisible(list == lstFiles);
         connect(list, &ListBox::KeyPress, this, &Browser::KeyPress);
@@ -46,10 +46,8 @@ Browser::Browser(Settings &settings, const frmRes &res, QWidget *parent)
 
     connect(lstFiles, &FileListBox::ChangeFolder, this, &Browser::FolderChanged);
     connect(lstFiles, &ListBox::SelectionChanged, this, &Browser::SelectionChanged);
-    connect(lstFiles, &ListBox::DblClick, this, [this] {
-        if (const QString file = SelectedFile(); !file.isEmpty())
-            Q_EMIT FileOpened(file);
-    });
+    connect(lstFiles, &FileListBox::RowsRefreshed, this, &Browser::ShowFolderTexts);
+    OrderTabs();
 }
 
 QWidget *Browser::MakeViewButtons()
@@ -76,7 +74,7 @@ QWidget *Browser::MakeViewButtons()
     return bar;
 }
 
-QWidget *Browser::MakeNavigation(const frmRes &)
+QWidget *Browser::MakeNavigation()
 {
     auto *bar = new QWidget(this);
     auto *row = new QHBoxLayout(bar);
@@ -87,16 +85,28 @@ QWidget *Browser::MakeNavigation(const frmRes &)
     row->addWidget(txtPath, 1);
     txtPath->installEventFilter(this);
     connect(txtPath, &QLineEdit::returnPressed, this, &Browser::GoToTypedPath);
-    connect(cmdRoot, &QToolButton::clicked, this, &Browser::PressRoot);
+    connect(cmdRoot, &QToolButton::clicked, this, &Browser::GoToRoot);
     connect(cmdRoot, &QToolButton::released, this, &Browser::FocusList);
     connect(cmdSub, &QToolButton::clicked, this, &Browser::GoUp);
     return bar;
 }
 
+std::array<ListBox *, 3> Browser::Lists() const
+{
+    return {lstFiles, lstPKG, lstDAT};
+}
+
 ListBox *Browser::CurrentList() const
 {
-    ListBox *const lists[] = {lstFiles, lstPKG, lstDAT};
-    return lists[m_view];
+    return Lists()[m_view];
+}
+
+void Browser::OrderTabs()
+{
+    QWidget *const order[] = {cmdFileView[0], cmdFileView[1], cmdFileView[2], cmdRoot, cmdSub,
+                              txtPath,        lstFiles,       lstPKG,         lstDAT};
+    for (std::size_t i = 1; i < std::size(order); ++i)
+        setTabOrder(order[i - 1], order[i]);
 }
 
 void Browser::SetView(View view)
@@ -108,7 +118,10 @@ void Browser::SwitchView(View view)
 {
     m_switching = true;
     m_view = view;
-    for (ListBox *list : {static_cast<ListBox *>(lstFiles), lstPKG, lstDAT})
+    // The chosen list first: hiding the one with the focus must not send the focus elsewhere.
+    CurrentList()->show();
+    FocusList();
+    for (ListBox *list : Lists())
         list->setVisible(list == CurrentList());
     if (view == Files) {
         SelectionChanged();
@@ -116,7 +129,6 @@ void Browser::SwitchView(View view)
         txtPath->clear();
         lblFiles->setText(ObjectsText(0));
     }
-    Q_EMIT ViewChanged();
     m_switching = false;
 }
 
@@ -145,20 +157,32 @@ int Browser::ObjectCount() const
 void Browser::FolderChanged()
 {
     m_settings.Dir = Path();
+    ShowFolderTexts();
+}
+
+// The folder list goes on by itself behind the other lists, whose texts then stand there.
+void Browser::ShowFolderTexts()
+{
+    if (m_view != Files)
+        return;
     txtPath->setText(Path());
-    lblFiles->setText(ObjectsText(ObjectCount()));
+    const QString file = SelectedFile();
+    lblFiles->setText(file.isEmpty() ? ObjectsText(ObjectCount())
+                                     : ObjectsText(ObjectCount(), GetFileFacts(ToNativePath(file)).Size));
 }
 
 void Browser::SelectionChanged()
 {
-    txtPath->setText(Path());
+    ShowFolderTexts();
     const QString file = SelectedFile();
-    if (file.isEmpty()) {
-        lblFiles->setText(ObjectsText(ObjectCount()));
-        return;
-    }
-    lblFiles->setText(ObjectsText(ObjectCount(), GetFileFacts(ToNativePath(file)).Size));
-    Q_EMIT FileSelected(file, m_switching);
+    if (m_view == Files && !m_switching && !file.isEmpty())
+        Q_EMIT FileSelected(file);
+}
+
+void Browser::DeselectOther(const QString &file)
+{
+    if (SelectedFile() != file)
+        lstFiles->SetListIndex(-1);
 }
 
 void Browser::FocusList()
@@ -181,7 +205,7 @@ void Browser::GoUp()
     FocusList();
 }
 
-void Browser::PressRoot()
+void Browser::GoToRoot()
 {
     constexpr int DriveRootLength = 3;
     if (m_view == Files && Path().size() > DriveRootLength)

@@ -39,28 +39,30 @@ public:
     // Selects a file of the folder shown by its name, ignoring case. False when it is not there.
     bool SelectFile(const QString &name);
 
+    // Takes the selection away unless it is the file, which was opened by other means.
+    void DeselectOther(const QString &file);
+
     void FocusList();
     void ScrollList(int rows);
 
-    void PressRoot();
-
 Q_SIGNALS:
-    // A file was selected that is there. `switching` while lists are being switched, when nothing is to be
-    // opened.
-    void FileSelected(const QString &path, bool switching);
-    void FileOpened(const QString &path); // by a double click or Enter
-    void ViewChanged();
+    // A file was selected in the folder list that is there.
+    void FileSelected(const QString &path);
     void ViewDoubleClicked(View view);
     void KeyPress(QChar character);
 
 private:
-    QWidget *MakeNavigation(const frmRes &res);
+    QWidget *MakeNavigation();
     QWidget *MakeViewButtons();
+    std::array<ListBox *, 3> Lists() const;
     ListBox *CurrentList() const;
+    void OrderTabs();
     void FolderChanged();
+    void ShowFolderTexts();
     void SelectionChanged();
     void SwitchView(View view);
     void GoUp();
+    void GoToRoot();
     void GoToTypedPath();
     int ObjectCount() const;
     bool eventFilter(QObject *watched, QEvent *event) override;

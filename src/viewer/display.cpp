@@ -34,7 +34,7 @@ QLabel *NewLabel(const char *name, QWidget *parent)
 Display::Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res, QWidget *parent)
     : QWidget(parent), m_settings(settings), m_dialogs(dialogs), m_res(res),
       picPicture(new PictureArea(QStringLiteral("picPicture"), res.curOpenHand, res.curClosedHand, this)),
-      cmdPlay(new PictureButton(QStringLiteral("cmdPlay"), res.imgPlay, tr("Воспроизвести (пробел)"), this)),
+      cmdPlay(new PictureButton(QStringLiteral("cmdPlay"), res.imgPlay, QString(), this)),
       cmdZoomIn(new PictureButton(QStringLiteral("cmdZoomIn"), res.imgZoomIn, tr("Увеличить (+)"), this)),
       cmdZoomOut(new PictureButton(QStringLiteral("cmdZoomOut"), res.imgZoomOut, tr("Уменьшить (-)"), this)),
       cmdAbort(new PictureButton(QStringLiteral("cmdAbort"), res.imgAbort, tr("Прервать (Esc)"), this)),
@@ -62,7 +62,9 @@ Display::Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const f
     connect(cmdAbort, &QToolButton::released, this, &Display::Released);
     connect(sldFrame, &QSlider::valueChanged, this, &Display::FrameMoved);
     connect(picPicture, &PictureArea::Released, this, &Display::Released);
-    connect(picPicture, &PictureArea::Resized, this, &Display::DrawCurrentFrame);
+    connect(picPicture, &PictureArea::FileDropped, this, &Display::FileDropped);
+    ShowPlaying(false);
+    OrderTabs();
     UpdateFrameTexts();
     UpdateButtons();
 }
@@ -145,9 +147,9 @@ void Display::ShowDocument()
         sldFrame->setMaximum(m_document.Count - 1);
     picPicture->Clear();
     picPicture->ResetPlace();
-    m_busy = false;
     m_shown = true;
     DrawCurrentFrame();
+    m_busy = false;
     UpdateButtons();
     if (m_settings.AutoPlayAnim && m_document.Mode == DocumentMode::Pictures)
         cmdPlay->click();
@@ -195,11 +197,12 @@ void Display::DrawCurrentFrame()
     const bool drawable = FrameWidth() == 0 || !image.isNull();
     if (drawable && picPicture->Show(image, size))
         return;
-    TellTooLarge();
+    // A picture that memory does not suffice for is no smaller at a smaller zoom.
+    TellTooLarge(drawable);
 }
 
 // Playback goes on behind the box, and its frames must not bring up further ones.
-void Display::TellTooLarge()
+void Display::TellTooLarge(bool drawAgain)
 {
     if (m_tellingTooLarge)
         return;
@@ -207,8 +210,14 @@ void Display::TellTooLarge()
         const QScopedValueRollback telling(m_tellingTooLarge, true);
         m_dialogs.Error(QStringLiteral("Can't zoom more, image is to large."), ErrorTitle);
     }
-    if (m_zoom > MinZoom)
-        SetZoom(ZoomedOut(m_zoom));
+    if (m_zoom <= MinZoom)
+        return;
+    m_zoom = ZoomedOut(m_zoom);
+    UpdateButtons();
+    UpdateFrameTexts();
+    picPicture->ResetPlace();
+    if (drawAgain)
+        DrawCurrentFrame();
 }
 
 void Display::SetZoom(std::int32_t zoom)
@@ -232,14 +241,29 @@ void Display::TogglePlayback()
 {
     if (tmrAnim.isActive()) {
         tmrAnim.stop();
-        cmdPlay->SetButtonPicture(m_res.imgPlay);
+        ShowPlaying(false);
     } else {
         if (m_busy || m_document.Count < 2)
             return;
         tmrAnim.start();
-        cmdPlay->SetButtonPicture(m_res.imgStop);
+        ShowPlaying(true);
     }
     UpdateButtons();
+}
+
+void Display::ShowPlaying(bool playing)
+{
+    const QString tip = playing ? tr("Остановить (пробел)") : tr("Воспроизвести (пробел)");
+    cmdPlay->SetButtonPicture(playing ? m_res.imgStop : m_res.imgPlay);
+    cmdPlay->setToolTip(tip);
+    cmdPlay->setAccessibleName(tip);
+}
+
+void Display::OrderTabs()
+{
+    QWidget *const order[] = {cmdPlay, sldFrame, cmdZoomOut, cmdZoomIn, cmdAbort};
+    for (std::size_t i = 1; i < std::size(order); ++i)
+        setTabOrder(order[i - 1], order[i]);
 }
 
 void Display::PlayTick()

@@ -28,7 +28,6 @@ class Display : public QWidget
 public:
     Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res, QWidget *parent);
 
-    bool Busy() const { return m_busy; }
     const QString &DocumentPath() const { return m_documentPath; }
 
     // Replaces the document by what `open` gives, and shows it under `path`. Does nothing while busy.
@@ -43,6 +42,7 @@ public:
 Q_SIGNALS:
     // The browser's list should have the focus.
     void Released();
+    void FileDropped(const QString &path);
 
 private:
     QWidget *MakeToolBar();
@@ -52,7 +52,9 @@ private:
     void UpdateButtons();
     void UpdateFrameTexts();
     void DrawCurrentFrame();
-    void TellTooLarge();
+    void TellTooLarge(bool drawAgain);
+    void ShowPlaying(bool playing);
+    void OrderTabs();
     void SetZoom(std::int32_t zoom);
     void FrameMoved(int frame);
     void TogglePlayback();

@@ -44,10 +44,19 @@ constexpr Reader Readers[] = {
     {FileType::Gi, "GI", OpenGi},
 };
 
+const Reader *FindReader(FileType type)
+{
+    const auto reader = std::ranges::find(Readers, type, &Reader::type);
+    return reader == std::end(Readers) ? nullptr : reader;
+}
+
 } // namespace
 
 FrameSet OpenDocumentFile(const QString &path)
 {
+    // What nothing reads need not be loaded, however large it is.
+    if (FindReader(DetectFileType(path)) == nullptr)
+        return {};
     ByteArray bytes;
     ReadFileBytes(path, bytes);
     return OpenDocumentBuffer(bytes);
@@ -55,10 +64,10 @@ FrameSet OpenDocumentFile(const QString &path)
 
 FrameSet OpenDocumentBuffer(ByteView bytes)
 {
-    if (bytes.size() > std::numeric_limits<std::int32_t>::max())
+    const Reader *reader = FindReader(DetectBufferType(bytes));
+    if (reader == nullptr || bytes.size() > std::numeric_limits<std::int32_t>::max())
         return {};
-    const auto reader = std::ranges::find(Readers, DetectBufferType(bytes), &Reader::type);
-    return reader == std::end(Readers) ? FrameSet() : reader->open(bytes, reader->kind);
+    return reader->open(bytes, reader->kind);
 }
 
 } // namespace wb

@@ -1,16 +1,12 @@
 #include "viewer/viewerpage.h"
 
 #include "common/files.h"
-#include "platform/nativepath.h"
 #include "viewer/browser.h"
 #include "viewer/display.h"
 #include "viewer/documentloader.h"
 
 #include <QAbstractButton>
-#include <QDropEvent>
-#include <QMimeData>
 #include <QSplitter>
-#include <QUrl>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -64,7 +60,6 @@ ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, c
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(12, 12, 12, 10);
     column->addWidget(halves);
-    setAcceptDrops(true);
 
     connect(m_browser, &Browser::FileSelected, this, &ViewerPage::FileSelected);
     connect(m_browser, &Browser::KeyPress, this, &ViewerPage::PressKey);
@@ -74,6 +69,7 @@ ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, c
         else
             Q_EMIT ViewerWanted();
     });
+    connect(m_display, &Display::FileDropped, this, &ViewerPage::FileDropped);
     connect(m_display, &Display::Released, this, &ViewerPage::FocusList);
 }
 
@@ -119,10 +115,18 @@ void ViewerPage::OpenInViewer(const QString &path)
     m_display->Open(path, [&path] { return OpenDocumentFile(path); });
 }
 
-void ViewerPage::FileSelected(const QString &path, bool switching)
+void ViewerPage::FileSelected(const QString &path)
 {
-    if (!switching && path != m_display->DocumentPath())
+    if (path != m_display->DocumentPath())
         OpenInViewer(path);
+}
+
+void ViewerPage::FileDropped(const QString &path)
+{
+    if (!FileExists(path))
+        return;
+    OpenInViewer(path);
+    m_browser->DeselectOther(path);
 }
 
 void ViewerPage::PressKey(QChar character)
@@ -134,23 +138,6 @@ void ViewerPage::PressKey(QChar character)
         return;
     if (auto *button = findChild<QAbstractButton *>(QLatin1String(name)); button->isEnabled())
         button->click();
-}
-
-void ViewerPage::dragEnterEvent(QDragEnterEvent *event)
-{
-    if (event->mimeData()->hasUrls())
-        event->acceptProposedAction();
-}
-
-void ViewerPage::dropEvent(QDropEvent *event)
-{
-    const QList<QUrl> urls = event->mimeData()->urls();
-    if (urls.isEmpty() || !urls.front().isLocalFile())
-        return;
-    event->acceptProposedAction();
-    const QString file = PathFromUserText(urls.front().toLocalFile());
-    if (FileExists(file))
-        OpenInViewer(file);
 }
 
 } // namespace wb

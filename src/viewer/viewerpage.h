@@ -22,13 +22,13 @@ public:
 
     void ApplySettings() override;
     void Redraw() override;
-    void ScrollList(int rows) override;
     void Release() override;
 
     // Shows the folder and, when it holds a file of that name, opens it.
     void OpenNamed(const QString &folder, const QString &name);
 
     void FocusList();
+    void ScrollList(int rows); // up when negative
 
 Q_SIGNALS:
     // Double clicks on the list buttons bring a page forward.
@@ -36,13 +36,12 @@ Q_SIGNALS:
     void DatEditorWanted();
 
 protected:
-    void dragEnterEvent(QDragEnterEvent *event) override;
-    void dropEvent(QDropEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:
     void OpenInViewer(const QString &path);
-    void FileSelected(const QString &path, bool switching);
+    void FileSelected(const QString &path);
+    void FileDropped(const QString &path);
     void PressKey(QChar character);
 
     Settings &m_settings;

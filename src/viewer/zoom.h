@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 
 namespace wb
 {
@@ -15,28 +14,27 @@ constexpr std::int32_t Scaled(std::int32_t length, std::int32_t zoom)
     return static_cast<std::int32_t>(std::int64_t(length) * zoom / 100);
 }
 
-// The next larger level: 12, 25, 50, 100, then in steps of 100.
+// The levels below 100 %; above it they lie 100 apart.
+inline constexpr std::int32_t ZoomLevels[] = {12, 25, 50, 100};
+
 constexpr std::int32_t ZoomedIn(std::int32_t zoom)
 {
-    for (const std::int32_t level : {12, 25, 50, 100})
+    for (const std::int32_t level : ZoomLevels)
         if (zoom < level)
             return level;
     return zoom + 100;
 }
 
-// 100, 50, 25 and 12 in turn; from any other zoom 100 less, but never below MinZoom.
+// The next smaller level, also from a fitted zoom between two levels; never below MinZoom.
 constexpr std::int32_t ZoomedOut(std::int32_t zoom)
 {
-    switch (zoom) {
-    case 100:
-        return 50;
-    case 50:
-        return 25;
-    case 25:
-        return 12;
-    default:
-        return zoom - 100 < MinZoom ? MinZoom : zoom - 100;
-    }
+    if (zoom > 100)
+        return zoom - 100;
+    std::int32_t smaller = MinZoom;
+    for (const std::int32_t level : ZoomLevels)
+        if (level < zoom)
+            smaller = level;
+    return smaller;
 }
 
 // The largest whole percent up to 100 at which the picture fits; 100 for an empty picture.

@@ -16,7 +16,6 @@ public:
     ColourSwatch(const QString &name, QWidget *parent);
 
     // A platform colour value (red in the low byte).
-    std::int32_t Colour() const { return m_colour; }
     void SetColour(std::int32_t colour);
 
     QSize sizeHint() const override;

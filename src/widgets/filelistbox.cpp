@@ -88,18 +88,19 @@ void FileListBox::ShowPath(const QString &path, const QString &selectName)
 {
     m_path = NearestFolder(NormalizeListPath(path, m_programFolder), m_programFolder);
     m_watch.Watch(ToNativePath(m_path));
+    ++m_number;
     FolderRows rows = ListRows(m_path, m_pattern, 0);
-    const int row = FindRow(rows, selectName);
-    ReplaceRows(std::move(rows), row, true);
+    const int row = selectName.isEmpty() ? -1 : FindRow(rows, selectName);
+    ReplaceRows(std::move(rows), row);
     scrollTo(currentIndex());
     Q_EMIT ChangeFolder();
     Q_EMIT SelectionChanged();
 }
 
-void FileListBox::ReplaceRows(FolderRows rows, int row, bool quiet)
+void FileListBox::ReplaceRows(FolderRows rows, int row)
 {
     m_rows = std::make_shared<Rows>(std::move(rows), m_pictures);
-    SetRows(m_rows, row, quiet);
+    SetRows(m_rows, row);
 }
 
 void FileListBox::Refresh()
@@ -108,30 +109,31 @@ void FileListBox::Refresh()
     if (m_listing || (!m_path.isEmpty() && !m_watch.MayHaveChanged()))
         return;
     m_listing = true;
-    QThreadPool::globalInstance()->start(
-        [path = m_path, pattern = m_pattern, list = QPointer<FileListBox>(this)]() mutable {
-            FolderRows rows = ListRows(path, pattern, 0);
-            QMetaObject::invokeMethod(
-                QCoreApplication::instance(),
-                [list, path, rows = std::move(rows)]() mutable {
-                    if (list)
-                        list->TakeListing(path, std::move(rows));
-                },
-                Qt::QueuedConnection);
-        });
+    QThreadPool::globalInstance()->start([path = m_path, pattern = m_pattern, number = m_number,
+                                          list = QPointer<FileListBox>(this)]() mutable {
+        FolderRows rows = ListRows(path, pattern, 0);
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(),
+            [list, number, rows = std::move(rows)]() mutable {
+                if (list)
+                    list->TakeListing(number, std::move(rows));
+            },
+            Qt::QueuedConnection);
+    });
 }
 
-void FileListBox::TakeListing(const QString &path, FolderRows rows)
+void FileListBox::TakeListing(int number, FolderRows rows)
 {
     m_listing = false;
     const FolderRows &shown = m_rows->Records();
-    if (path != m_path || !RowsDiffer(shown, rows))
+    if (number != m_number || !RowsDiffer(shown, rows))
         return;
     const int selected = ListIndex();
     const int row = selected < 0 ? -1 : FindRow(rows, ReselectName(shown[std::size_t(selected)]));
     const int top = TopIndex();
-    ReplaceRows(std::move(rows), row, false);
+    ReplaceRows(std::move(rows), row);
     SetTopIndex(top);
+    Q_EMIT RowsRefreshed();
 }
 
 } // namespace wb

@@ -41,13 +41,15 @@ public:
 
 Q_SIGNALS:
     void ChangeFolder();
+    // A refresh found other rows; the selection is where it was, or on the first row when its row is gone.
+    void RowsRefreshed();
 
 private:
     class Rows;
 
     void ShowPath(const QString &path, const QString &selectName);
-    void ReplaceRows(FolderRows rows, int row, bool quiet);
-    void TakeListing(const QString &path, FolderRows rows);
+    void ReplaceRows(FolderRows rows, int row);
+    void TakeListing(int number, FolderRows rows);
 
     std::shared_ptr<const std::vector<QIcon>> m_pictures;
     QString m_pattern;
@@ -57,6 +59,7 @@ private:
     FolderWatch m_watch;
     QTimer tmrRefresher;
     bool m_listing = false; // a refresh is on its way
+    int m_number = 0;       // of the newest listing; older ones come too late
 };
 
 } // namespace wb

@@ -65,7 +65,10 @@ int ListBox::ListIndex() const
 
 void ListBox::SetListIndex(int row)
 {
-    setCurrentIndex(row >= 0 && row < ListCount() ? m_model->index(row) : QModelIndex());
+    const bool isRow = row >= 0 && row < ListCount();
+    setCurrentIndex(isRow ? m_model->index(row) : QModelIndex());
+    if (!isRow)
+        clearSelection();
 }
 
 int ListBox::TopIndex() const
@@ -84,14 +87,12 @@ int ListBox::WholeRowsInView() const
     return rowHeight > 0 ? viewport()->height() / rowHeight : 0;
 }
 
-void ListBox::SetRows(std::shared_ptr<const RowSource> rows, int row, bool quiet)
+void ListBox::SetRows(std::shared_ptr<const RowSource> rows, int row)
 {
     m_replacing = true;
     m_model->Replace(std::move(rows));
     SetListIndex(row);
     m_replacing = false;
-    if (!quiet)
-        Q_EMIT SelectionChanged();
 }
 
 int ListBox::RowAfterKey(int key) const
@@ -145,6 +146,13 @@ void ListBox::mouseDoubleClickEvent(QMouseEvent *event)
         return;
     OpenSelected();
     Q_EMIT DblClick();
+}
+
+// The selected row is always the highlighted one: a click beside the rows, or with a key held, takes nothing
+// away.
+QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex &index, const QEvent *) const
+{
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
 }
 
 void ListBox::currentChanged(const QModelIndex &current, const QModelIndex &previous)

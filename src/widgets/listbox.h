@@ -38,8 +38,8 @@ public:
     void SetTopIndex(int row);
     int WholeRowsInView() const;
 
-    // Replaces the rows and selects `row` (-1: none). Says that the selection changed unless `quiet`.
-    void SetRows(std::shared_ptr<const RowSource> rows, int row, bool quiet);
+    // Replaces the rows and selects `row` (-1: none), without saying so.
+    void SetRows(std::shared_ptr<const RowSource> rows, int row);
 
 Q_SIGNALS:
     void SelectionChanged();
@@ -54,6 +54,8 @@ protected:
 
     void keyPressEvent(QKeyEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
+                                                         const QEvent *event) const override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
 
 private:

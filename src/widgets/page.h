@@ -20,9 +20,6 @@ public:
     // Draws again what depends on colours, size or visibility.
     virtual void Redraw() {}
 
-    // Scrolls the page's visible list by rows (up when negative).
-    virtual void ScrollList(int) {}
-
     // The program ends: stop what runs and free every picture.
     virtual void Release() {}
 };

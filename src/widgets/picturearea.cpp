@@ -1,9 +1,12 @@
 #include "widgets/picturearea.h"
 
+#include "platform/nativepath.h"
 #include "widgets/panning.h"
 
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QUrl>
 
 namespace wb
 {
@@ -113,6 +116,7 @@ PictureArea::PictureArea(const QString &name, const QCursor &openHand, const QCu
     setObjectName(name + QStringLiteral("Border"));
     setContentsMargins(1, 1, 1, 1);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setAcceptDrops(true);
 }
 
 void PictureArea::SetBackColour(const QColor &colour)
@@ -135,11 +139,27 @@ void PictureArea::Clear()
     m_canvas->SetImage({}, {});
 }
 
+void PictureArea::dragEnterEvent(QDragEnterEvent *event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.isEmpty() || !urls.front().isLocalFile())
+        return;
+    // Always a copy: after a move the other program would delete the file.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void PictureArea::dropEvent(QDropEvent *event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    Q_EMIT FileDropped(PathFromUserText(event->mimeData()->urls().front().toLocalFile()));
+}
+
 void PictureArea::resizeEvent(QResizeEvent *)
 {
     m_inside->setGeometry(contentsRect());
     m_canvas->Place();
-    Q_EMIT Resized();
 }
 
 void PictureArea::paintEvent(QPaintEvent *)

@@ -33,10 +33,12 @@ public:
 Q_SIGNALS:
     // The mouse button that dragged the picture was released.
     void Released();
-    // The frame has another size now.
-    void Resized();
+    // A file of this machine was dropped; of several the first. A path of the program.
+    void FileDropped(const QString &path);
 
 protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 

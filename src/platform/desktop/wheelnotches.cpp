@@ -12,6 +12,8 @@ int WheelNotches::Step(const QWheelEvent &event)
     constexpr int Notch = QWheelEvent::DefaultDeltasPerStep;
     constexpr int MostNotches = 3;
     const int delta = event.angleDelta().y();
+    if (delta == 0)
+        return 0; // sideways
     if (event.modifiers() != Qt::NoModifier || event.buttons() != Qt::NoButton ||
         std::abs(delta) > MostNotches * Notch) {
         m_part = 0;
