@@ -59,7 +59,8 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
     column->addWidget(m_status);
     MakePages();
 
-    connect(m_caption, &CaptionBar::Dragged, this, &frmMain::MoveByMouse);
+    connect(m_caption, &CaptionBar::Dragged, this, [this] { StartWindowMove(*this); });
+    connect(m_caption, &CaptionBar::Released, this, [this] { CancelWindowMove(*this); });
     connect(m_caption, &CaptionBar::DoubleClicked, this, &frmMain::ToggleMaximised);
     connect(m_caption, &CaptionBar::MinimiseClicked, this, &QWidget::showMinimized);
     connect(m_caption, &CaptionBar::TrayClicked, this, &frmMain::MinimiseToTray);
@@ -164,13 +165,6 @@ void frmMain::ReturnFromTray()
     activateWindow();
     m_viewer->Redraw();
     m_notification.Remove();
-}
-
-// The window manager takes the mouse over from the press on, so a short tap would never reach the window.
-void frmMain::MoveByMouse()
-{
-    activateWindow();
-    StartWindowMove(*this);
 }
 
 void frmMain::ToggleMaximised()

@@ -53,7 +53,6 @@ private:
     void PageShown(int page);
     void MinimiseToTray();
     void ReturnFromTray();
-    void MoveByMouse();
     void ToggleMaximised();
     void CheckFocus();
     void ScrollByWheel(const QWheelEvent &event);

@@ -78,6 +78,7 @@ int ListBox::TopIndex() const
 
 void ListBox::SetTopIndex(int row)
 {
+    executeDelayedItemsLayout(); // new rows have no scroll range before
     verticalScrollBar()->setValue(row);
 }
 

@@ -142,9 +142,9 @@ void PictureArea::Clear()
 void PictureArea::dragEnterEvent(QDragEnterEvent *event)
 {
     const QList<QUrl> urls = event->mimeData()->urls();
-    if (urls.isEmpty() || !urls.front().isLocalFile())
-        return;
     // Always a copy: after a move the other program would delete the file.
+    if (urls.isEmpty() || !urls.front().isLocalFile() || !(event->possibleActions() & Qt::CopyAction))
+        return;
     event->setDropAction(Qt::CopyAction);
     event->accept();
 }

@@ -100,10 +100,29 @@ TEST_F(DisplayTest, AutoPlayStartsAtOnce)
     EXPECT_TRUE(QTest::qWaitFor([this] { return Find<QSlider>("sldFrame")->value() == 1; }));
 }
 
-TEST_F(DisplayTest, APictureTooLargeToZoomSaysSoAndGoesBack)
+TEST_F(DisplayTest, WhileLoadingNothingElseOpensAndAbortIsHeard)
 {
-    display.Open(QStringLiteral("C:\\long.gi"),
-                 [] { return StillPicture("GI", FrameBufToDib(MakePicture(6'000'000, 1, 0xFFFF0000))); });
+    display.Open(QStringLiteral("C:\\d.gai"), [this] {
+        EXPECT_FALSE(Find("cmdZoomIn")->isEnabled());
+        display.Open(QStringLiteral("C:\\e.gai"), [] { return FrameSet(); });
+        QTest::mouseClick(Find("cmdAbort"), Qt::LeftButton);
+        return ThreeFrames();
+    });
+    EXPECT_TRUE(abort.IsSet());
+    EXPECT_EQ(QStringLiteral("C:\\d.gai"), display.DocumentPath());
+    EXPECT_FALSE(Find("cmdAbort")->isEnabled());
+}
+
+TEST_F(DisplayTest, APictureTooLargeToZoomSaysSoOnceAndGoesBack)
+{
+    display.Open(QStringLiteral("C:\\long.gai"), [] {
+        FrameSet document = StillPicture("GAI", FrameBufToDib(MakePicture(6'000'000, 1, 0xFFFF0000)));
+        document.Pictures.push_back(FrameBufToDib(MakePicture(6'000'000, 1, 0xFF00FF00)));
+        document.Count = 2;
+        return document;
+    });
+    QTest::mouseClick(Find("cmdPlay"), Qt::LeftButton);
+    dialogs.behindBox = [] { QTest::qWait(120); }; // playback goes on
     QTest::mouseClick(Find("cmdZoomIn"), Qt::LeftButton);
     EXPECT_EQ(QStringLiteral("|  200%"), Text("lblZoom"));
     dialogs.expectedErrors = {

@@ -2,6 +2,7 @@
 #include "support/windowtest.h"
 #include "widgets/colourswatch.h"
 #include "widgets/filelistbox.h"
+#include "widgets/gauge.h"
 
 #include <QCheckBox>
 
@@ -102,6 +103,34 @@ TEST_F(MainWindow, TheWheelMovesTheListThreeRowsANotch)
     for (int i = 0; i < 8; ++i)
         Wheel(-15); // a touchpad's parts of one notch
     EXPECT_EQ(6, List()->TopIndex());
+    for (int i = 0; i < 8; ++i) {
+        Wheel(15);
+        Wheel(0); // and its sideways ones
+    }
+    EXPECT_EQ(3, List()->TopIndex());
+}
+
+TEST_F(MainWindow, TheTitleBarMaximisesMinimisesAndGivesTheFocusBack)
+{
+    OpenWindow();
+    Find("cmdZoomIn")->setFocus();
+    QTest::mouseClick(Find("picCaption"), Qt::LeftButton);
+    EXPECT_TRUE(List()->hasFocus());
+    QTest::mouseDClick(Find("picCaption"), Qt::LeftButton);
+    EXPECT_TRUE(window->isMaximized());
+    QTest::mouseDClick(Find("picCaption"), Qt::LeftButton);
+    EXPECT_FALSE(window->isMaximized());
+    Click("cmdMin");
+    EXPECT_TRUE(window->isMinimized());
+}
+
+TEST_F(MainWindow, TheMemoryGaugeTellsOfTheMachine)
+{
+    OpenWindow();
+    auto *gauge = Find<Gauge>("prgMem");
+    EXPECT_TRUE(QTest::qWaitFor([gauge] { return !gauge->toolTip().isEmpty(); }));
+    EXPECT_GT(gauge->Maximum(), gauge->Value());
+    EXPECT_GT(gauge->Value(), 0);
 }
 
 TEST_F(MainWindow, AnUnwritableSettingsFileDoesNotStopStartOrEnd)

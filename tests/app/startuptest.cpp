@@ -1,8 +1,10 @@
 #include "app/startup.h"
+#include "platform/nativepath.h"
 #include "support/samplefolder.h"
 #include "support/scripteddialogs.h"
 
 #include <QDir>
+#include <QUrl>
 
 namespace wb
 {
@@ -26,15 +28,19 @@ TEST(Startup, AFolderPartBecomesTheCurrentFolder)
 {
     const QString before = QDir::currentPath();
     const SampleFolder folder;
-    folder.MakeFolder("Графика");
+    folder.MakeFolder("Графика 1");
+    const QString inner = folder.Path(QStringLiteral("Графика 1"));
+    const QString native = folder.NativeText("Графика 1/x.gi");
 
-    const CommandLine file = ReadCommandLine(folder.NativeText("Графика/x.gi"));
-    EXPECT_EQ(folder.Path(QStringLiteral("Графика")), file.folder);
-    EXPECT_EQ(QStringLiteral("x.gi"), file.name);
-
-    const CommandLine bare = ReadCommandLine(QStringLiteral("y.gi"));
-    EXPECT_EQ(file.folder, bare.folder);
-    EXPECT_EQ(QStringLiteral("y.gi"), bare.name);
+    for (const QString &argument :
+         {native, QUrl::fromLocalFile(native).toString(QUrl::FullyEncoded), inner + QStringLiteral("\\x.gi"),
+          QStringLiteral("x.gi") /* now from the current folder */}) {
+        const CommandLine file = ReadCommandLine(argument);
+        EXPECT_EQ(inner, file.folder) << argument.toStdString();
+        EXPECT_EQ(QStringLiteral("x.gi"), file.name) << argument.toStdString();
+    }
+    EXPECT_EQ(FromNativeName("y:z.gi"), ReadCommandLine(QStringLiteral("y:z.gi")).name);
+    EXPECT_EQ(QString(), ReadCommandLine(QStringLiteral("missing/x.gi")).name);
 
     const CommandLine only = ReadCommandLine(folder.NativeText());
     EXPECT_EQ(folder.Path(), only.folder);

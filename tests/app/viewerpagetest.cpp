@@ -1,13 +1,15 @@
-#include "platform/nativepath.h"
 #include "support/windowtest.h"
 #include "widgets/filelistbox.h"
+#include "widgets/listicons.h"
 
 #include <QDropEvent>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QSignalSpy>
 #include <QUrl>
+
+#include <filesystem>
 
 namespace wb
 {
@@ -28,6 +30,40 @@ protected:
         folder.AddPng("Планета.png", MakePicture(10, 10, [](int x, int) { return x < 5 ? 0x80FF0000 : 0u; }));
         folder.Put("broken.gi", "");
         folder.MakeFolder("inner");
+    }
+
+    // Drops files on the picture, as a program does that would rather move them.
+    void Drop(const QList<QUrl> &urls) const
+    {
+        QMimeData files;
+        files.setUrls(urls);
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton,
+                              Qt::NoModifier);
+        QCoreApplication::sendEvent(Find("picPictureBorder"), &enter);
+        ASSERT_TRUE(enter.isAccepted());
+        QDropEvent drop({5, 5}, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(Find("picPictureBorder"), &drop);
+        EXPECT_EQ(Qt::CopyAction, drop.dropAction());
+    }
+
+    // Whether a drag of that kind is welcome.
+    bool Takes(const QUrl &url, Qt::DropActions actions) const
+    {
+        QMimeData data;
+        data.setUrls({url});
+        QDragEnterEvent enter({5, 5}, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QCoreApplication::sendEvent(Find("picPictureBorder"), &enter);
+        return enter.isAccepted();
+    }
+
+    // Changes the folder and waits for the list to notice.
+    void RefreshAfter(const std::function<void()> &change) const
+    {
+        QSignalSpy refreshed(List(), &FileListBox::RowsRefreshed);
+        change();
+        List()->Refresh();
+        EXPECT_TRUE(refreshed.wait());
     }
 
     // The colour in the middle of the picture area.
@@ -115,6 +151,12 @@ TEST_F(Viewer, ALargePictureIsDraggedUntilItsEdgesMeetTheFrame)
         QTest::mouseMove(picture, QPoint(500, 10) + by);
         QTest::mouseRelease(picture, Qt::LeftButton, {}, QPoint(500, 10));
     };
+    const auto hand = [picture] { return picture->cursor().pixmap().cacheKey(); };
+    const auto open = hand();
+    QTest::mousePress(picture, Qt::LeftButton);
+    EXPECT_NE(open, hand());
+    QTest::mouseRelease(picture, Qt::LeftButton);
+    EXPECT_EQ(open, hand());
     drag({-100, -50});
     EXPECT_EQ(QPoint(-100, 0), picture->pos());
     drag({300, 0});
@@ -123,6 +165,8 @@ TEST_F(Viewer, ALargePictureIsDraggedUntilItsEdgesMeetTheFrame)
     drag({-200, 0});
     EXPECT_EQ(QPoint(inner - 3000, 0), picture->pos());
     EXPECT_TRUE(List()->hasFocus());
+    ClickRow(QStringLiteral("a.gi"));
+    EXPECT_EQ(Qt::ArrowCursor, picture->cursor().shape());
 }
 
 TEST_F(Viewer, KeysWalkTheListAndTheFolders)
@@ -153,11 +197,11 @@ TEST_F(Viewer, NumberKeysSwitchTheLists)
     Key('2');
     EXPECT_TRUE(Find("lstPKG")->isVisible());
     EXPECT_FALSE(List()->isVisible());
-    QTest::keyClick(Find("lstPKG"), '3');
+    Key('3');
     EXPECT_TRUE(Find("lstDAT")->isVisible());
-    QTest::keyClick(Find("lstDAT"), '-'); // pictures are not driven from the records
+    Key('-'); // pictures are not driven from the records
     EXPECT_EQ(QStringLiteral("|  100%"), Text("lblZoom"));
-    QTest::keyClick(Find("lstDAT"), '1');
+    Key('1');
     EXPECT_TRUE(List()->isVisible());
     EXPECT_EQ(QStringLiteral("Тип: GI  |  Тип фрейма: 0"), Text("lblInfo"));
     QTest::mouseDClick(Find("cmdFileView(2)"), Qt::LeftButton);
@@ -177,44 +221,98 @@ TEST_F(Viewer, ATypedPathIsGoneTo)
     EXPECT_EQ(folder.Path(QStringLiteral("inner")), List()->Path());
 }
 
-TEST_F(Viewer, TheFirstDroppedFileIsOpened)
+TEST_F(Viewer, TheFirstDroppedFileIsOpenedAndNeverMoved)
 {
-    OpenWindow();
-    QMimeData files;
-    files.setUrls(
-        {QUrl::fromLocalFile(folder.NativeText("a.gi")), QUrl::fromLocalFile(folder.NativeText("wide.gi"))});
-    QWidget *target = Find("picPage(0)");
-    const QPoint position(600, 300);
-    QDragEnterEvent enter(position, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(target, &enter);
-    ASSERT_TRUE(enter.isAccepted());
-    QDropEvent drop(position, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(target, &drop);
+    OpenWindow(QStringLiteral("wide.gi"));
+    Drop({QUrl::fromLocalFile(folder.NativeText("a.gi")), QUrl::fromLocalFile(folder.NativeText("wide.gi"))});
     EXPECT_EQ(QStringLiteral("|  64 x 48"), Text("lblSize"));
+    ClickRow(QStringLiteral("wide.gi")); // was selected before the drop
+    EXPECT_EQ(QStringLiteral("|  3000 x 40"), Text("lblSize"));
 
-    QMimeData text;
-    text.setText(QStringLiteral("a.gi"));
-    QDragEnterEvent refused(position, Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
-    refused.ignore();
-    QCoreApplication::sendEvent(target, &refused);
-    EXPECT_FALSE(refused.isAccepted());
+    EXPECT_FALSE(Takes(QUrl(QStringLiteral("https://example.org/a.gi")), Qt::CopyAction));
+    EXPECT_FALSE(Takes(QUrl::fromLocalFile(folder.NativeText("a.gi")), Qt::MoveAction));
 }
 
-TEST_F(Viewer, ARefreshKeepsSelectionAndPlaceUnlessTheFolderChanged)
+TEST_F(Viewer, ARefreshChangesOnlyWhatTheFolderChanged)
+{
+    for (int i = 0; i < 60; ++i)
+        folder.MakeFolder(std::to_string(100 + i));
+    OpenWindow(QStringLiteral("a.gi"));
+    Drop({QUrl::fromLocalFile(folder.NativeText("wide.gi"))}); // shown, though not selected
+    ClickRow(QStringLiteral("Планета.png"));
+    Drop({QUrl::fromLocalFile(folder.NativeText("wide.gi"))});
+    List()->SetListIndex(List()->FindName(QStringLiteral("inner"), 0));
+    List()->SetTopIndex(30);
+    RefreshAfter([this] { folder.AddGi("0.gi", MakePicture(8, 8, Green), 0, 0); });
+    EXPECT_EQ(QStringLiteral("inner"), List()->SelectedName());
+    EXPECT_EQ(30, List()->TopIndex());
+    EXPECT_EQ(QStringLiteral("|  3000 x 40"), Text("lblSize"));
+    EXPECT_EQ(QStringLiteral(" Объектов: 66"), Text("lblFiles"));
+
+    Key('2');
+    RefreshAfter([this] { ASSERT_TRUE(QFile::remove(folder.NativeText("0.gi"))); });
+    EXPECT_EQ(QString(), Find<QLineEdit>("txtPath")->text());
+    EXPECT_EQ(QStringLiteral(" Объектов: 0"), Text("lblFiles"));
+    Key('1');
+    RefreshAfter([this] { std::filesystem::remove(folder.Native("inner")); });
+    EXPECT_EQ(QStringLiteral(".."), List()->SelectedName());
+}
+
+TEST_F(Viewer, TheSelectedRowStaysHighlighted)
 {
     OpenWindow(QStringLiteral("a.gi"));
-    List()->Refresh();
-    QTest::qWait(50);
-    EXPECT_EQ(QStringLiteral("a.gi"), List()->SelectedName());
-    folder.AddGi("0.gi", MakePicture(8, 8, Green), 0, 0);
-    List()->Refresh();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return List()->ListCount() == 7; }));
-    EXPECT_EQ(QStringLiteral("a.gi"), List()->SelectedName());
-    EXPECT_EQ(QStringLiteral("|  64 x 48"), Text("lblSize"));
-    ASSERT_TRUE(QFile::remove(folder.NativeText("a.gi")));
-    List()->Refresh();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return List()->ListCount() == 6; }));
-    EXPECT_EQ(QStringLiteral(".."), List()->SelectedName());
+    const int row = List()->ListIndex();
+    QTest::mouseClick(List()->viewport(), Qt::LeftButton, {},
+                      List()->viewport()->rect().bottomLeft() - QPoint(-9, 9));
+    QTest::mouseClick(List()->viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      List()->visualRect(List()->currentIndex()).center());
+    EXPECT_EQ(row, List()->ListIndex());
+    EXPECT_TRUE(List()->selectionModel()->isRowSelected(row));
+}
+
+TEST_F(Viewer, PageKeysMoveByTheRowsInView)
+{
+    for (int i = 0; i < 60; ++i)
+        folder.MakeFolder(std::to_string(100 + i));
+    OpenWindow();
+    Key(Qt::Key_Home);
+    Key(Qt::Key_PageDown);
+    EXPECT_EQ(List()->WholeRowsInView() - 1, List()->ListIndex());
+    EXPECT_GT(List()->ListIndex(), 10);
+    Key(Qt::Key_PageUp);
+    EXPECT_EQ(0, List()->ListIndex());
+}
+
+TEST_F(Viewer, TabGoesAlongTheScreenAndNavigationGivesTheFocusBack)
+{
+    OpenWindow(QStringLiteral("a.gi"));
+    Find("cmdRoot")->setFocus(Qt::TabFocusReason);
+    QStringList order;
+    for (int i = 0; i < 5; ++i) {
+        Key(Qt::Key_Tab);
+        order << window->focusWidget()->objectName();
+    }
+    EXPECT_EQ(QStringLiteral("cmdSub txtPath lstFiles cmdZoomOut cmdZoomIn"), order.join(u' '));
+    Find("txtPath")->setFocus();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(folder.Path(), Find<QLineEdit>("txtPath")->selectedText());
+    Click("cmdRoot");
+    EXPECT_TRUE(List()->hasFocus());
+}
+
+TEST(ListIcons, EachPatternHasThePictureOfItsKind)
+{
+    const std::vector<QIcon> pictures = FolderListPictures(LoadListIcons());
+    const QStringList names = QStringLiteral("DRIVE_T2 DRIVE_T3 DRIVE_T4 DRIVE_T5 DRIVE_T6 FOLDER FOLDERUP "
+                                             "GI GAI HAI AFT PKG BMP JPG JPG JPG PNG PSD WAV WAV TXT DDS")
+                                  .split(u' ');
+    ASSERT_EQ(names.size(), std::ssize(pictures));
+    for (qsizetype i = 0; i < names.size(); ++i)
+        EXPECT_EQ(QImage(QStringLiteral(":/icons/%1.png").arg(names[i]))
+                      .convertToFormat(QImage::Format_ARGB32_Premultiplied),
+                  pictures[std::size_t(i)].pixmap(20).toImage().convertToFormat(
+                      QImage::Format_ARGB32_Premultiplied))
+            << names[i].toStdString();
 }
 
 TEST_F(Viewer, ANameThatIsNotThereOnlyShowsTheFolder)

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 namespace wb
@@ -32,6 +33,8 @@ public:
         ASSERT_FALSE(expectedErrors.empty()) << "unexpected box: " << text.toStdString();
         EXPECT_EQ(Box({text, title}), expectedErrors.front());
         expectedErrors.pop_front();
+        if (behindBox)
+            behindBox();
     }
 
     std::optional<std::int32_t> ChooseColour(std::int32_t colour) override
@@ -49,6 +52,7 @@ public:
     std::deque<Box> expectedErrors;
     std::deque<std::optional<std::int32_t>> colours;
     std::vector<std::int32_t> askedColours;
+    std::function<void()> behindBox; // what happens while an error box is open
 };
 
 } // namespace wb

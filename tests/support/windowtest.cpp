@@ -27,12 +27,12 @@ void WindowTest::CloseWindow()
 
 void WindowTest::Key(char key) const
 {
-    QTest::keyClick(List(), key);
+    QTest::keyClick(window->focusWidget(), key);
 }
 
 void WindowTest::Key(Qt::Key key) const
 {
-    QTest::keyClick(List(), key);
+    QTest::keyClick(window->focusWidget(), key);
 }
 
 void WindowTest::ClickRow(const QString &name) const

@@ -36,8 +36,8 @@ protected:
 
     QString Text(const char *label) const { return Find<QLabel>(label)->text(); }
     void Click(const char *button) const { QTest::mouseClick(Find(button), Qt::LeftButton); }
-    void Key(char key) const;    // in the folder list
-    void Key(Qt::Key key) const; // in the folder list
+    void Key(char key) const; // where the focus is
+    void Key(Qt::Key key) const;
     void ClickRow(const QString &name) const;
     QColor PixelAt(const char *widget, QPoint position) const;
     FileListBox *List() const;

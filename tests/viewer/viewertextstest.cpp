@@ -51,7 +51,7 @@ TEST(Zoom, StepsAndFits)
     std::transform(zooms.begin(), zooms.end(), in.begin(), ZoomedIn);
     std::transform(zooms.begin(), zooms.end(), out.begin(), ZoomedOut);
     EXPECT_EQ((std::vector{12, 12, 25, 25, 50, 50, 100, 100, 200, 300, 1100}), in);
-    EXPECT_EQ((std::vector{12, 12, 12, 12, 12, 12, 25, 12, 50, 100, 900}), out);
+    EXPECT_EQ((std::vector{12, 12, 12, 12, 12, 25, 25, 50, 50, 100, 900}), out);
 
     EXPECT_EQ(25, FitZoom(2000, 1000, 500, 500));
     EXPECT_EQ(25, FitZoom(1000, 2000, 500, 500));

@@ -19,4 +19,8 @@ bool IsForeground(const QWidget &window);
 bool StartWindowMove(QWidget &window);
 bool StartWindowResize(QWidget &window, Qt::Edges edges);
 
+// For a mouse button that was released over the window after all: a press and release too quick for the
+// window manager to see would leave it moving the window until the next click.
+void CancelWindowMove(const QWidget &window);
+
 } // namespace wb
