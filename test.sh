@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds everything with warnings as errors and runs all tests, those of the core once more under AddressSanitizer and
+# Builds everything with warnings as errors and runs all tests, once more under AddressSanitizer and
 # UndefinedBehaviorSanitizer. Needs no display. The exit status tells.
 set -euo pipefail
 cd "$(dirname "$0")"
