@@ -32,6 +32,8 @@ public:
     {
         if (hint == SH_Slider_AbsoluteSetButtons)
             return Qt::LeftButton;
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+            return false;
         return QProxyStyle::styleHint(hint, option, widget, returnData);
     }
 };
