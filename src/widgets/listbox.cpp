@@ -124,7 +124,7 @@ int ListBox::RowAfterKey(int key) const
 void ListBox::keyPressEvent(QKeyEvent *event)
 {
     if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) {
-        QWidget::keyPressEvent(event);
+        event->ignore();
         return;
     }
     if (const int row = RowAfterKey(event->key()); row >= 0 && ListCount() > 0) {
@@ -137,7 +137,7 @@ void ListBox::keyPressEvent(QKeyEvent *event)
     } else if (!event->text().isEmpty()) {
         Q_EMIT KeyPress(event->text().front());
     } else {
-        QWidget::keyPressEvent(event);
+        event->ignore();
     }
 }
 
