@@ -1,52 +1,29 @@
+#include "rastgl/canvas.h"
 #include "rastgl/rastgl.h"
 #include "rastgl/rows565.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <functional>
-#include <random>
-#include <vector>
+#include <array>
 
 namespace
 {
 
 using Bytes = std::vector<std::uint8_t>;
-using Pixels = std::vector<std::uint32_t>; // bottom row first
-
-Pixels RandomPixels(int count, unsigned seed)
-{
-    std::mt19937 random(seed);
-    Pixels pixels(static_cast<std::size_t>(count));
-    std::ranges::generate(pixels, std::ref(random));
-    return pixels;
-}
-
-std::uint8_t *BytesOf(Pixels &pixels)
-{
-    return reinterpret_cast<std::uint8_t *>(pixels.data());
-}
-
-std::uint32_t &At(Pixels &pixels, int width, int height, int x, int y)
-{
-    return pixels[std::size_t((height - 1 - y) * width + x)];
-}
 
 TEST(Buffers, SplitsIntoLayers)
 {
-    Pixels source(256), opaque(256);
-    for (unsigned alpha = 0; alpha < 256; alpha++)
-        source[alpha] = alpha << 24 | 0x090909;
-    Pixels partly = source;
-    partly[0] = partly[255] = 0;
-    opaque[255] = source[255];
+    const Canvas source = Paint(256, 1, [](int x, int) { return unsigned(x) << 24 | 0x090909; });
+    Canvas opaque = Flat(256, 1), partly = source;
+    partly.At(0, 0) = partly.At(255, 0) = 0;
+    opaque.At(255, 0) = 0xFF090909;
     const auto split = [&source](auto copy) {
         const std::int32_t all = 1024, most = 1000; // the smaller count limits what is written
-        Pixels target(256, 77);
-        copy(BytesOf(target), &all, BytesOf(source), &most);
-        copy(BytesOf(target), &most, BytesOf(source), &all);
-        EXPECT_EQ(target[250], 77U);
-        copy(BytesOf(target), &all, BytesOf(source), &all);
+        Canvas target = Flat(256, 1, 77);
+        copy(target.Bytes(), &all, source.Bytes(), &most);
+        copy(target.Bytes(), &most, source.Bytes(), &all);
+        EXPECT_EQ(target.At(250, 0), 77U);
+        copy(target.Bytes(), &all, source.Bytes(), &all);
         return target;
     };
     EXPECT_EQ(split(VTGF_TransBuf_Copy_32), opaque);
@@ -62,109 +39,98 @@ TEST(Buffers, CopiesTheCommonPart)
     };
     for (unsigned round = 0; round < 400; round++) {
         const bool flip = round % 2 == 1;
-        const std::int32_t tw = within(1, 9), th = within(1, 9), sw = within(1, 9), sh = within(1, 9);
+        Canvas source = Noise(within(1, 9), within(1, 9), round);
+        Canvas target = Noise(within(1, 9), within(1, 9), round + 1000);
+        Canvas expected = target;
         const std::int32_t tx = within(-10, 10), ty = within(-10, 10);
         const std::int32_t sx = within(-10, 10), sy = within(-10, 10);
-        Pixels source = RandomPixels(sw * sh, round);
-        Pixels target = RandomPixels(tw * th, round + 1000);
-        Pixels expected = target;
-        for (int y = std::max(ty, 0); y < th; y++)
-            for (int x = std::max(tx, 0); x < tw; x++) {
+        for (int y = std::max(ty, 0); y < target.height; y++)
+            for (int x = std::max(tx, 0); x < target.width; x++) {
                 const int fromX = sx + x - tx, fromY = sy + y - ty;
-                if (fromX >= 0 && fromY >= 0 && fromX < sw && fromY < sh)
-                    At(expected, tw, th, x, y) = At(source, sw, sh, fromX, flip ? sh - 1 - fromY : fromY);
+                if (fromX >= 0 && fromY >= 0 && fromX < source.width && fromY < source.height)
+                    expected.At(x, y) = source.At(fromX, flip ? source.height - 1 - fromY : fromY);
             }
-        (flip ? VTGF_CopyClip_Flip_32 : VTGF_CopyClip_32)(BytesOf(target), &tx, &ty, &tw, &th,
-                                                          BytesOf(source), &sx, &sy, &sw, &sh);
+        (flip ? VTGF_CopyClip_Flip_32 : VTGF_CopyClip_32)(target.Bytes(), &tx, &ty, &target.width,
+                                                          &target.height, source.Bytes(), &sx, &sy,
+                                                          &source.width, &source.height);
         ASSERT_EQ(target, expected) << round;
     }
     const std::int32_t far = INT32_MIN, one = 1, none = 0;
-    Pixels pixel = {7};
-    VTGF_CopyClip_32(BytesOf(pixel), &far, &far, &one, &one, BytesOf(pixel), &far, &none, &one, &one);
-    VTGF_CopyClip_32(BytesOf(pixel), &none, &none, &none, &one, nullptr, &none, &none, &far, &far);
-    EXPECT_EQ(pixel, Pixels{7});
+    Canvas pixel = Flat(1, 1, 7);
+    VTGF_CopyClip_32(pixel.Bytes(), &far, &far, &one, &one, pixel.Bytes(), &far, &none, &one, &one);
+    VTGF_CopyClip_32(pixel.Bytes(), &none, &none, &none, &one, nullptr, &none, &none, &far, &far);
+    EXPECT_EQ(pixel, Flat(1, 1, 7));
 }
 
 TEST(Buffers, FindsBounds)
 {
     for (unsigned round = 0; round < 200; round++) {
-        const std::int32_t width = 1 + round % 90, height = 1 + round % 7;
-        Pixels pixels = RandomPixels(width * height, round);
-        for (std::uint32_t &pixel : pixels) // every third round mostly nothing, so that bounds are narrow
-            if (pixel >> 24 < (round % 3 == 0 ? 250 : 190))
-                pixel &= 0xFFFFFF;
+        Canvas picture = Noise(1 + int(round) % 90, 1 + int(round) % 7, round);
+        const auto &[width, height, colours] = picture;
         std::array<int, 4> expected = {width, height, 0, 0};
-        for (int y = 0; y < height; y++)
-            for (int x = 0; x < width; x++)
-                if (At(pixels, width, height, x, y) >> 24 != 0)
-                    expected = {std::min(expected[0], x), std::min(expected[1], y),
-                                std::max(expected[2], x + 1), std::max(expected[3], y + 1)};
+        for (int at = 0; at < width * height; at++) {
+            const int x = at % width, y = at / width;
+            // Every third round mostly nothing, so that bounds are narrow.
+            if (picture.At(x, y) >> 24 < (round % 3 == 0 ? 250 : 190))
+                picture.At(x, y) &= 0xFFFFFF;
+            else
+                expected = {std::min(expected[0], x), std::min(expected[1], y), std::max(expected[2], x + 1),
+                            std::max(expected[3], y + 1)};
+        }
         if (expected[2] == 0)
             expected = {};
-        const auto find = [&](auto edge) { return edge(BytesOf(pixels), &width, &height); };
+        const auto find = [&](auto edge) { return edge(picture.Bytes(), &picture.width, &picture.height); };
         const std::array<int, 4> found = {find(VTGF_GetStartX_32), find(VTGF_GetStartY_32),
                                           find(VTGF_GetFinishX_32), find(VTGF_GetFinishY_32)};
         ASSERT_EQ(found, expected) << round;
     }
 }
 
-// Every width around the blocks that the wide instructions take, against single pixels.
+// Every width around the blocks that the wide instructions take, against single pixels; in all, every colour
+// of a channel with every alpha, and every 5-6-5 value.
 TEST(Buffers, ConvertsAndTurnsPlanes)
 {
-    Pixels palette = RandomPixels(256, 3);
-    const std::int32_t height = 2;
+    const Canvas palette = Noise(256, 1, 3);
+    const std::int32_t height = 4;
+    unsigned count = 0;
     for (std::int32_t width = 0; width < 200; width++) {
-        const int count = width * height;
-        Pixels pixels = RandomPixels(count, unsigned(width));
-        Pixels turned(pixels.size()), wide(pixels.size()), expanded(pixels.size());
-        Bytes plane(pixels.size() * 2), premultiplied(pixels.size() * 2);
-        const Bytes indexes(BytesOf(pixels), BytesOf(pixels) + count);
-        VTGF_VFlipBuf_Copy_32(BytesOf(turned), BytesOf(pixels), &width, &height);
-        VTGF_ConvertRGBAto565(plane.data(), BytesOf(pixels), &width, &height);
-        VTGF_Convert565toRGBA(BytesOf(wide), plane.data(), &width, &height);
-        VTGF_AlphaSimpleBufPalAlpha_Copy_32(BytesOf(expanded), indexes.data(), BytesOf(palette), &width,
+        Bytes stored(std::size_t(width * height) * 2);
+        const Canvas pixels = Paint(width, height, [&](int x, int y) {
+            const unsigned mixed = count++ * 40503;
+            wb::Store16(&stored[std::size_t(y * width + x) * 2], static_cast<std::uint16_t>(mixed));
+            return (mixed & 255) << 24 | ((mixed >> 8 & 255) * 0x010101 ^ 0x0055AA);
+        });
+        Canvas turned = pixels, wide = pixels, expanded = pixels;
+        Bytes plane(stored.size()), premultiplied(stored.size());
+        const Bytes indexes(pixels.Bytes(), pixels.Bytes() + width * height);
+        VTGF_VFlipBuf_Copy_32(turned.Bytes(), pixels.Bytes(), &width, &height);
+        VTGF_ConvertRGBAto565(plane.data(), pixels.Bytes(), &width, &height);
+        VTGF_Convert565toRGBA(wide.Bytes(), stored.data(), &width, &height);
+        VTGF_AlphaSimpleBufPalAlpha_Copy_32(expanded.Bytes(), indexes.data(), palette.Bytes(), &width,
                                             &height);
-        wb::PackPremultipliedRun(premultiplied.data(), BytesOf(pixels), pixels.size());
-        for (int i = 0; i < count; i++) {
-            const auto at = [&](Pixels &picture) { return At(picture, width, height, i % width, i / width); };
-            const auto place = std::size_t(i);
-            const std::uint16_t packed = wb::Load16(&plane[place * 2]);
-            ASSERT_EQ(turned[place], at(pixels)) << width << ' ' << i;
-            ASSERT_EQ(packed, wb::PackPixel(at(pixels))) << width << ' ' << i;
-            ASSERT_EQ(at(wide), wb::Widen565(packed)) << width << ' ' << i;
-            const std::uint8_t *entry = BytesOf(palette) + indexes[place] * 4;
-            ASSERT_EQ(at(expanded), wb::PixelOf(entry[0], entry[1], entry[2], entry[3]));
-            ASSERT_EQ(wb::Load16(&premultiplied[place * 2]), wb::PackPremultipliedPixel(pixels[place]));
+        wb::PackPremultipliedRun(premultiplied.data(), turned.Bytes(), turned.colours.size());
+        for (std::size_t i = 0; i < indexes.size(); i++) { // from the top, as planes lie
+            const int x = int(i) % width, y = int(i) / width;
+            const std::uint32_t pixel = pixels.At(x, y);
+            ASSERT_EQ(turned.colours[i], pixel) << width << ' ' << i;
+            ASSERT_EQ(wb::Load16(&plane[i * 2]), wb::PackPixel(pixel)) << width << ' ' << i;
+            ASSERT_EQ(wb::Load16(&premultiplied[i * 2]), wb::PackPremultipliedPixel(pixel));
+            ASSERT_EQ(wide.At(x, y), wb::Widen565(wb::Load16(&stored[i * 2]))) << width << ' ' << i;
+            const std::uint8_t *entry = palette.Bytes() + indexes[i] * 4;
+            ASSERT_EQ(expanded.At(x, y), wb::PixelOf(entry[0], entry[1], entry[2], entry[3]));
         }
     }
-}
-
-TEST(Buffers, ConvertsEveryValue)
-{
-    const std::int32_t side = 256;
-    Pixels pixels(65536);
-    Bytes plane(65536 * 2), back(65536 * 2);
-    for (unsigned i = 0; i < 65536; i++) {
-        wb::Store16(&plane[i * 2], static_cast<std::uint16_t>(i));
-        pixels[i] = (i & 255) << 24 | (i >> 8) * 0x010101; // every colour with every alpha
-    }
-    wb::PackPremultipliedRun(back.data(), BytesOf(pixels), 65536);
-    for (unsigned i = 0; i < 65536; i++)
-        ASSERT_EQ(wb::Load16(&back[i * 2]), wb::PackPremultipliedPixel(pixels[i])) << i;
-    VTGF_Convert565toRGBA(BytesOf(pixels), plane.data(), &side, &side);
-    VTGF_ConvertRGBAto565(back.data(), BytesOf(pixels), &side, &side);
-    EXPECT_EQ(back, plane);
+    ASSERT_GE(count, 65536U);
 }
 
 TEST(Buffers, TellsFramesApart)
 {
     // unchanged, changed, both invisible with other colours, appeared, vanished
-    Pixels before = {0x80112233, 0x80112233, 0x00111111, 0x00000000, 0x55443322};
-    Pixels now = {0x80112233, 0x80112234, 0x00222222, 0x01020304, 0x00443322};
-    Pixels target(5, 9);
-    const std::int32_t five = 5, one = 1;
-    VTGF_AnimFrame_Build_32(BytesOf(target), BytesOf(before), BytesOf(now), &five, &one);
-    EXPECT_EQ(target, (Pixels{0, 0x80112234, 0, 0x01020304, 0x00443322}));
+    const Canvas before{5, 1, {0x80112233, 0x80112233, 0x00111111, 0x00000000, 0x55443322}};
+    const Canvas now{5, 1, {0x80112233, 0x80112234, 0x00222222, 0x01020304, 0x00443322}};
+    Canvas target = Flat(5, 1, 9);
+    VTGF_AnimFrame_Build_32(target.Bytes(), before.Bytes(), now.Bytes(), &now.width, &now.height);
+    EXPECT_EQ(target, (Canvas{5, 1, {0, 0x80112234, 0, 0x01020304, 0x00443322}}));
 }
 
 } // namespace

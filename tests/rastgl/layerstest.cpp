@@ -1,3 +1,6 @@
+#include "rastgl/canvas.h"
+#include "rastgl/colour.h"
+#include "rastgl/picturefile.h"
 #include "rastgl/rastgl.h"
 #include "rastgl/rowrle.h"
 #include "rastgl/rows565.h"
@@ -5,10 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
-#include <set>
-#include <string>
-#include <vector>
 
 namespace
 {
@@ -23,71 +22,64 @@ Bytes MakeLayer(std::uint32_t width, std::uint32_t height, const Bytes &palette,
     return layer;
 }
 
-// A layer of one row of coded pixels without a gap.
-Bytes MakeRow(const Bytes &palette, const Bytes &coded, std::size_t pixelBytes)
+// A layer of one row of pixels without a gap.
+template <typename Pixel>
+Bytes MakeRow(const Bytes &palette, const std::vector<Pixel> &pixels)
 {
     Bytes row;
-    for (std::size_t at = 0; at < coded.size(); at++) {
-        if (at % (127 * pixelBytes) == 0)
-            row.push_back(std::uint8_t(0x80 + std::min<std::size_t>((coded.size() - at) / pixelBytes, 127)));
-        row.push_back(coded[at]);
+    for (std::size_t i = 0; i < pixels.size(); i++) {
+        if (i % 127 == 0)
+            row.push_back(std::uint8_t(0x80 + std::min<std::size_t>(pixels.size() - i, 127)));
+        for (unsigned shift = 0; shift < 8 * sizeof(Pixel); shift += 8)
+            row.push_back(std::uint8_t(pixels[i] >> shift));
     }
     row.push_back(0);
-    return MakeLayer(std::uint32_t(coded.size() / pixelBytes), 1, palette, row);
+    return MakeLayer(std::uint32_t(pixels.size()), 1, palette, row);
 }
 
-struct Premultiplied {
-    std::uint8_t transparency;
-    std::uint16_t colour;
-};
+struct Coded {
+    std::vector<std::uint8_t> transparencies;
+    std::vector<std::uint16_t> colours; // premultiplied
 
-void DrawBoth(Bytes &canvas, const std::vector<Premultiplied> &pixels)
-{
-    Bytes alphas, colours;
-    for (const Premultiplied &pixel : pixels) {
-        alphas.push_back(pixel.transparency);
-        colours.push_back(pixel.colour & 255);
-        colours.push_back(pixel.colour >> 8);
+    void DrawOnto(Canvas &canvas) const
+    {
+        VTGR_AlphaBuf_Draw_RGBA(canvas.Bytes(), 0, MakeRow({}, transparencies).data());
+        VTGR_TransAlphaBuf_DrawRGBA_16(canvas.Bytes(), 0, MakeRow({}, colours).data());
     }
-    VTGR_AlphaBuf_Draw_RGBA(canvas.data(), 0, MakeRow({}, alphas, 1).data());
-    VTGR_TransAlphaBuf_DrawRGBA_16(canvas.data(), 0, MakeRow({}, colours, 2).data());
-}
+};
 
 // Of every alpha, each colour that a pixel can have.
 TEST(Layers, GiveBackWhatWasCoded)
 {
-    for (std::uint32_t a = 1; a < 255; a++) {
-        std::set<std::uint16_t> reds, greens, blues;
-        for (std::uint32_t c = 0; c < 256; c++) {
-            const std::uint16_t packed = wb::PackPremultipliedPixel(a << 24 | c * 0x010101);
-            reds.insert(packed & 0xF800);
-            greens.insert(packed & 0x07E0);
-            blues.insert(packed & 0x001F);
-        }
-        std::vector<Premultiplied> pixels;
-        for (const std::uint16_t red : reds)
-            for (const std::uint16_t green : greens)
-                for (const std::uint16_t blue : blues)
-                    pixels.push_back({wb::InvAlpha6(std::uint8_t(a)), std::uint16_t(red | green | blue)});
-        Bytes canvas(pixels.size() * 4);
-        DrawBoth(canvas, pixels);
-        for (std::size_t i = 0; i < pixels.size(); i++) {
-            const std::uint32_t drawn = wb::Load32(&canvas[i * 4]);
-            ASSERT_EQ(wb::InvAlpha6(drawn >> 24), pixels[i].transparency);
-            ASSERT_EQ(wb::PackPremultipliedPixel(drawn), pixels[i].colour) << a << ' ' << i;
+    for (unsigned a = 1; a < 255; a++) {
+        std::vector<bool> has(65536); // the values of single channels
+        for (unsigned c = 0; c < 256; c++)
+            for (const unsigned channel : {0xF800U, 0x07E0U, 0x001FU})
+                has[wb::PackPremultipliedPixel(a << 24 | c * 0x010101) & channel] = true;
+        Coded coded;
+        for (unsigned colour = 0; colour < has.size(); colour++)
+            if (has[colour & 0xF800] && has[colour & 0x07E0] && has[colour & 0x001F])
+                coded.colours.push_back(std::uint16_t(colour));
+        coded.transparencies.assign(coded.colours.size(), wb::InvAlpha6(std::uint8_t(a)));
+        Canvas canvas = Flat(int(coded.colours.size()), 1);
+        coded.DrawOnto(canvas);
+        for (std::size_t i = 0; i < coded.colours.size(); i++) {
+            ASSERT_EQ(wb::InvAlpha6(canvas.colours[i] >> 24), coded.transparencies[i]);
+            ASSERT_EQ(wb::PackPremultipliedPixel(canvas.colours[i]), coded.colours[i]) << a << ' ' << i;
         }
     }
 }
 
-void ExpectSourceOver(const std::uint8_t *below, Premultiplied pixel, const std::uint8_t *drawn)
+void ExpectSourceOver(std::uint32_t below, std::uint8_t transparency, std::uint16_t colour,
+                      std::uint32_t drawn)
 {
-    const double source = wb::AlphaOfTransparency(pixel.transparency) / 255.0;
-    const double through = below[3] / 255.0 * (1 - source);
-    ASSERT_NEAR(drawn[3], (source + through) * 255, 0.5001);
-    const std::uint32_t wide = wb::Widen565(pixel.colour);
-    for (int channel = 0; channel < 3 && drawn[3] != 0; channel++) {
-        const double sum = (wide >> (8 * channel) & 255) + below[channel] * through;
-        ASSERT_NEAR(drawn[channel], std::min(255.0, sum * 255 / drawn[3]), 1.0001) << channel;
+    using rastgl::Channel;
+    const double source = wb::AlphaOfTransparency(transparency) / 255.0;
+    const double through = Channel(below, 3) / 255.0 * (1 - source);
+    ASSERT_NEAR(Channel(drawn, 3), (source + through) * 255, 0.5001);
+    for (std::size_t i = 0; i < 3 && Channel(drawn, 3) != 0; i++) {
+        const double sum = Channel(wb::Widen565(colour), i) + Channel(below, i) * through;
+        ASSERT_NEAR(Channel(drawn, i), std::min(255.0, sum * 255 / Channel(drawn, 3)), 1.0001) << i;
     }
 }
 
@@ -97,78 +89,63 @@ TEST(Layers, ComposeSourceOver)
     std::mt19937 random(11);
     for (unsigned round = 0; round < 3000; round++) {
         const std::size_t count = 1 + round % 69;
-        std::vector<Premultiplied> pixels;
-        Bytes before(count * 4), indexes, palette(wb::rowrle::AlphaPaletteSize);
+        Canvas before = Noise(int(count), 1, round, round % 3 == 0 ? 0xFF000000 : 0);
+        Coded coded;
+        Bytes indexes, palette(wb::rowrle::AlphaPaletteSize);
         for (std::size_t i = 0; i < count; i++) {
             // A premultiplied colour is not above its alpha.
             const std::uint32_t a = wb::AlphaOfTransparency(random() % 64);
-            const std::uint32_t pixel = (random() & 0xFFFFFF) | a << 24;
-            pixels.push_back({wb::InvAlpha6(std::uint8_t(a)), wb::PackPremultipliedPixel(pixel)});
+            coded.transparencies.push_back(wb::InvAlpha6(std::uint8_t(a)));
+            coded.colours.push_back(wb::PackPremultipliedPixel((random() & 0xFFFFFF) | a << 24));
             indexes.push_back(std::uint8_t(255 - i));
-            wb::Store16(&palette[indexes[i] * std::size_t(4)], pixels[i].colour);
-            palette[indexes[i] * std::size_t(4) + 2] = pixels[i].transparency;
-            const bool isEmpty = round % 3 == 1 ? i + 1 < count : round % 3 == 2 && random() % 4 == 0;
-            if (!isEmpty)
-                wb::Store32(&before[i * 4], std::uint32_t(random()) | (round % 3 == 0 ? 0xFF000000 : 0));
+            wb::Store16(&palette[indexes[i] * std::size_t(4)], coded.colours[i]);
+            palette[indexes[i] * std::size_t(4) + 2] = coded.transparencies[i];
+            if (round % 3 == 1 ? i + 1 < count : round % 3 == 2 && random() % 4 == 0)
+                before.colours[i] = 0;
         }
-        Bytes canvas = before, indexed = before;
-        DrawBoth(canvas, pixels);
-        for (std::size_t i = 0; i < count; i++)
-            ASSERT_NO_FATAL_FAILURE(ExpectSourceOver(&before[i * 4], pixels[i], &canvas[i * 4]))
-                << round << ' ' << i;
-        VTGR_AlphaIndexed_AlphaDrawRGBA_16(indexed.data(), 0, MakeRow(palette, indexes, 1).data());
+        Canvas canvas = before, indexed = before;
+        coded.DrawOnto(canvas);
+        VTGR_AlphaIndexed_AlphaDrawRGBA_16(indexed.Bytes(), 0, MakeRow(palette, indexes).data());
         ASSERT_EQ(indexed, canvas) << round;
+        for (std::size_t i = 0; i < count; i++)
+            ASSERT_NO_FATAL_FAILURE(ExpectSourceOver(before.colours[i], coded.transparencies[i],
+                                                     coded.colours[i], canvas.colours[i]))
+                << round << ' ' << i;
     }
 }
 
-// What rows of a layer of 4 x 3 pixels draw: '#' where a pixel is drawn.
 TEST(Layers, DrawCodedPixelsOnly)
 {
-    const struct {
-        const char *name;
-        Bytes coded; // one byte a pixel
-        std::string drawn;
-    } cases[] = {
-        {"empty row, run, skip", {0x80, 0x82, 1, 1, 0, 0x03, 0x81, 1, 0}, "....##.....#"},
-        {"whole row, row end alone", {0x84, 1, 1, 1, 1, 0, 0, 0x02, 0x82, 1, 1, 0}, "####......##"},
-        {"run beyond the width", {0x86, 1, 1, 1, 1, 1, 1, 0, 0x81, 1, 0}, "#####......."},
-        {"run across it", {0x03, 0x83, 1, 1, 1, 0x81, 1, 0, 0x80, 0x81, 1, 0}, "...#....#..."},
-        {"skip beyond the width", {0x7F, 0x7F, 0x81, 1, 0, 0x81, 1, 0}, "....#......."},
-        {"0x80 amid a row", {0x81, 1, 0x80, 0x81, 1, 0, 0x80, 0x80}, "##.........."},
-        {"a fourth row", {0x80, 0x80, 0x80, 0x84, 1, 1, 1, 1, 0}, "............"},
-        {"breaks off in a run", {0x81, 1, 0, 0x84, 1, 1}, "#...##......"},
-        {"breaks off before it", {0x81, 1, 0, 0x84}, "#..........."},
-        {"nothing", {}, "............"},
-    };
     const Bytes palette(wb::rowrle::OpaquePaletteSize, 0xFF);
-    for (const auto &[name, coded, drawn] : cases)
+    for (const auto &[name, rows, seen] : picturefile::LoadCases("rows.txt"))
         for (const bool upwards : {false, true}) {
-            // In a canvas of 6 x 5, whose edges stay empty.
-            std::string expected(30, '.'), seen;
-            for (std::size_t y = 0; y < 3; y++)
-                expected.replace((upwards ? 3 - y : 1 + y) * 6 + 1, 4, drawn, y * 4, 4);
-            Bytes canvas(30 * 4);
-            VTGR_AlphaIndexed_DrawRGBA_16(&canvas[upwards ? 19 * 4 : 7 * 4], upwards ? -24 : 24,
-                                          MakeLayer(4, 3, palette, coded).data());
-            for (std::size_t at = 0; at < canvas.size(); at += 4)
-                seen += wb::Load32(&canvas[at]) == 0 ? '.' : '#';
-            EXPECT_EQ(seen, expected) << name;
+            // In a larger canvas, whose edges stay empty.
+            Canvas expected = Flat(seen.width + 2, seen.height + 2), canvas = expected;
+            const auto at = [&](Canvas &picture, int x, int y) -> std::uint32_t & {
+                return picture.At(1 + x, upwards ? seen.height - y : 1 + y);
+            };
+            for (int i = 0; i < int(seen.pixels.size()); i++)
+                at(expected, i % seen.width, i / seen.width) = seen.pixels[std::size_t(i)] * 0xFFFFFFFF;
+            const int pitch = canvas.width * (upwards ? 4 : -4);
+            VTGR_AlphaIndexed_DrawRGBA_16(
+                reinterpret_cast<std::uint8_t *>(&at(canvas, 0, 0)), pitch,
+                MakeLayer(std::uint32_t(seen.width), std::uint32_t(seen.height), palette, rows).data());
+            EXPECT_EQ(canvas, expected) << name;
         }
 }
 
-// Any bytes as rows, in blocks that end with them: the sanitizers see whatever is read or written outside.
+// Any bytes as rows, behind palettes of so many bytes, in blocks that end with them: the sanitizers see
+// whatever is read or written outside.
 TEST(Layers, BearAnyRows)
 {
-    const struct {
-        void (*draw)(std::uint8_t *, std::int32_t, const std::uint8_t *);
-        std::size_t paletteBytes;
-    } draws[] = {{VTGR_F5_DrawRGBA, 0},
-                 {VTGR_F6_DrawRGBA, 0},
-                 {VTGR_TransBuf_DrawRGBA_16, 0},
-                 {VTGR_AlphaBuf_Draw_RGBA, 0},
-                 {VTGR_TransAlphaBuf_DrawRGBA_16, 0},
-                 {VTGR_AlphaIndexed_DrawRGBA_16, 512},
-                 {VTGR_AlphaIndexed_AlphaDrawRGBA_16, 1024}};
+    const std::pair<decltype(&VTGR_F5_DrawRGBA), std::size_t> draws[] = {
+        {VTGR_F5_DrawRGBA, 0},
+        {VTGR_F6_DrawRGBA, 0},
+        {VTGR_TransBuf_DrawRGBA_16, 0},
+        {VTGR_AlphaBuf_Draw_RGBA, 0},
+        {VTGR_TransAlphaBuf_DrawRGBA_16, 0},
+        {VTGR_AlphaIndexed_DrawRGBA_16, 512},
+        {VTGR_AlphaIndexed_AlphaDrawRGBA_16, 1024}};
     std::mt19937 random(13);
     for (unsigned round = 0; round < 4000; round++) {
         Bytes rows(random() % 400);
@@ -177,9 +154,9 @@ TEST(Layers, BearAnyRows)
         const std::uint32_t width = 1 + random() % 140, height = 1 + random() % 9;
         const auto &[draw, paletteBytes] = draws[round % std::size(draws)];
         const Bytes layer = MakeLayer(width, height, Bytes(paletteBytes, std::uint8_t(round)), rows);
-        const Bytes before(width * height * 4, std::uint8_t(round / 7));
-        Bytes canvas = before;
-        draw(canvas.data(), std::int32_t(width * 4), layer.data());
+        const Canvas before = Flat(int(width), int(height), round / 7 % 256 * 0x01010101);
+        Canvas canvas = before;
+        draw(canvas.Bytes(), std::int32_t(width * 4), layer.data());
         const bool drawsNothing = round % std::size(draws) < 2; // the unknown types
         ASSERT_TRUE(!drawsNothing || canvas == before);
     }

@@ -34,6 +34,9 @@ std::vector<Case> LoadCases(const char *fileName);
 Seen Take(std::int32_t handle);
 Seen Read(Reader reader, const File &file);
 
+// Whether no channel of a pixel differs by more than that.
+bool AreClose(std::uint32_t one, std::uint32_t other, int most);
+
 // A handle of these pixels.
 std::int32_t Hold(int width, int height, const Numbers &topDown);
 

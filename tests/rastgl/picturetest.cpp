@@ -16,9 +16,7 @@ TEST(Handles, KeepACopyUntilFreed)
     const Seen seen = {3, 2, 32, {0x01020304, 0x05060708, 0x090A0B0C, 0x0D0E0F10, 0x11121314, 0x15161718}};
     const std::int32_t first = Hold(3, 2, seen.pixels);
     const std::int32_t second = Hold(1, 1, {7});
-    EXPECT_GT(first, 0);
-    EXPECT_GT(second, 0);
-    EXPECT_NE(first, second);
+    EXPECT_TRUE(first > 0 && second > 0 && first != second);
     std::vector<std::uint8_t> tooSmall(20, 9);
     const std::int32_t count = 20;
     VTGF_DIB_CopyBuf(tooSmall.data(), &count, first);
