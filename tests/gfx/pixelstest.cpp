@@ -1,36 +1,27 @@
 #include "gfx/pixels.h"
 
 #include "gfx/graphicslibrary.h"
+#include "rastgl/rows565.h"
+#include "support/samplefolder.h"
 
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <numeric>
 
 namespace wb
 {
 namespace
 {
 
-FrameBuf MakeFrame(std::int32_t width, std::int32_t height)
-{
-    FrameBuf frame;
-    frame.Width = width;
-    frame.Height = height;
-    frame.Pixels.resize(std::size_t(PictureBytes(width, height)));
-    std::iota(frame.Pixels.begin(), frame.Pixels.end(), std::uint8_t(3));
-    return frame;
-}
+using testing::ElementsAre;
 
 TEST(Pixels, Packs565)
 {
-    EXPECT_EQ(Pack565(255, 255, 255), 0xFFFF);
-    EXPECT_EQ(Pack565(7, 3, 7), 0);
-    EXPECT_EQ(Pack565(8, 4, 8), 0x0821);
-    EXPECT_EQ(Pack565(100, 0, 0), 0x6000);
+    EXPECT_THAT((std::array{Pack565(255, 255, 255), Pack565(7, 3, 7), Pack565(8, 4, 8), Pack565(100, 0, 0)}),
+                ElementsAre(0xFFFF, 0, 0x0821, 0x6000));
     for (unsigned value = 0; value < 65536; value++) {
         const std::uint32_t wide = Widen565(static_cast<std::uint16_t>(value));
-        ASSERT_EQ(Pack565(wide >> 16 & 255, wide >> 8 & 255, wide & 255), value);
+        ASSERT_EQ(PackPixel(wide), value);
         ASSERT_EQ(wide >> 24, 255U);
     }
 }
@@ -38,69 +29,54 @@ TEST(Pixels, Packs565)
 // The blend as a calculation in double precision, halves to the even neighbour.
 TEST(Pixels, BlendsExactly)
 {
-    static_assert(BlendOver(0, 200, 128) == 100 && BlendOver(0, 255, 1) == 1);
     for (int base : {0, 1, 77, 128, 254, 255})
         for (int c = 0; c < 256; c++)
             for (int a = 0; a < 256; a++) {
                 const double sum = (255 - a) * double(base) / 255 + double(c) * a / 255;
-                const int expected = a == 0 ? base : a == 255 ? c : int(std::nearbyint(sum));
-                ASSERT_EQ(BlendOver(base, c, a), expected) << base << ' ' << c << ' ' << a;
+                ASSERT_EQ(BlendOver(base, c, a), int(std::nearbyint(sum))) << base << ' ' << c << ' ' << a;
             }
 }
 
 TEST(Pixels, TransparencyBytesSpreadOverAllAlphas)
 {
-    EXPECT_EQ(InvAlpha6(255), 0);
-    EXPECT_EQ(InvAlpha6(0), 63);
-    EXPECT_EQ(InvAlpha6(128), 31);
-    EXPECT_EQ(AlphaOfTransparency(0), 255);
-    EXPECT_EQ(AlphaOfTransparency(31), 130);
+    EXPECT_THAT((std::array{InvAlpha6(255), InvAlpha6(128), InvAlpha6(0)}), ElementsAre(0, 31, 63));
+    EXPECT_THAT((std::array{AlphaOfTransparency(0), AlphaOfTransparency(31)}), ElementsAre(255, 130));
     for (int t = 0; t < 256; t++)
         EXPECT_EQ(InvAlpha6(AlphaOfTransparency(t)), std::min(t, 63)) << t;
 }
 
 TEST(Pixels, FlipsRows)
 {
-    for (std::int32_t height : {1, 2, 3, 8}) {
-        const FrameBuf before = MakeFrame(5, height);
-        FrameBuf frame = before;
+    for (const int height : {0, 1, 2, 3, 8}) {
+        const auto fromBelow = [=](int x, int y) { return std::uint32_t((height - 1 - y) * 5 + x); };
+        FrameBuf frame = MakePicture(5, height, [](int x, int y) { return std::uint32_t(y * 5 + x); });
         FlipRows(frame);
-        for (std::int32_t y = 0; y < height; y++) {
-            const auto row = before.Pixels.begin() + (height - 1 - y) * 20;
-            EXPECT_TRUE(std::equal(row, row + 20, frame.Pixels.begin() + y * 20)) << height << ' ' << y;
-        }
-        FlipRows(frame);
-        EXPECT_EQ(frame.Pixels, before.Pixels);
+        EXPECT_EQ(frame.Pixels, MakePicture(5, height, fromBelow).Pixels) << height;
     }
-    FrameBuf empty;
-    FlipRows(empty);
-    EXPECT_TRUE(empty.Pixels.empty());
 }
 
 TEST(Pixels, HandlesHoldCopies)
 {
-    FrameBuf frame = MakeFrame(4, 3);
+    FrameBuf frame = MakePicture(4, 3, [](int x, int y) { return std::uint32_t(y * 4 + x); });
     frame.X = 9;
-    const std::int32_t handle = FrameBufToDib(frame);
-    ASSERT_GT(handle, 0);
     const ByteArray pixels = frame.Pixels;
+    const std::int32_t handle = FrameBufToDib(frame);
     frame.Pixels.assign(frame.Pixels.size(), 0);
     const FrameBuf back = DibToFrameBuf(handle);
     Graphics().VTGF_DIB_Free(handle);
     EXPECT_EQ(back.Pixels, pixels);
-    EXPECT_THAT((std::array{back.X, back.Width, back.Height}), testing::ElementsAre(0, 4, 3));
+    EXPECT_THAT((std::array{back.X, back.Width, back.Height}), ElementsAre(0, 4, 3));
 
     EXPECT_EQ(FrameBufToDib({}), 0);
-    EXPECT_EQ(DibToFrameBuf(0).Width, 0);
-    EXPECT_EQ(DibToFrameBuf(handle).Width, 0) << "a freed handle is no picture";
+    for (const std::int32_t gone : {0, handle})
+        EXPECT_EQ(DibToFrameBuf(gone).Width, 0) << gone;
 }
 
 TEST(Pixels, SizesAreBounded)
 {
-    EXPECT_EQ(PictureBytes(16384, 16384), MaxPicturePixels * 4);
-    EXPECT_EQ(PictureBytes(16384, 16385), 0);
-    EXPECT_EQ(PictureBytes(-2, -2), 0);
-    EXPECT_EQ(PictureBytes(std::int64_t(1) << 32, std::int64_t(1) << 32), 0);
+    EXPECT_THAT((std::array{PictureBytes(16384, 16384), PictureBytes(16384, 16385), PictureBytes(-2, -2),
+                            PictureBytes(std::int64_t(1) << 32, std::int64_t(1) << 32)}),
+                ElementsAre(MaxPicturePixels * 4, 0, 0, 0));
 }
 
 } // namespace

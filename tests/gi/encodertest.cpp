@@ -1,9 +1,4 @@
-#include "gi/giencoder.h"
-
-#include "common/bytes.h"
-#include "gfx/pixels.h"
 #include "madegi.h"
-#include "plainencoder.h"
 
 #include <gmock/gmock.h>
 
@@ -14,112 +9,116 @@ namespace
 
 using testing::ElementsAre;
 
-ByteArray Encode(const FrameBuf &picture, std::int32_t type, std::int32_t transClass, bool crop)
+// The pixels that go into a layer of type 1 or 2, all others 0.
+FrameBuf WorkLayer(const FrameBuf &picture, std::size_t layer, std::int32_t transClass)
 {
-    ByteArray gi = {1, 2, 3}; // must not matter
-    const std::int32_t length = EncodeGi(gi, picture, type, transClass, crop);
-    EXPECT_EQ(length, ByteCount(gi));
-    return gi;
+    FrameBuf work = picture;
+    for (std::size_t i = 0; i < work.Pixels.size(); i += 4) {
+        const std::uint8_t alpha = work.Pixels[i + 3];
+        if (layer == 0 ? alpha != 255 : transClass != 2 || alpha == 255 || alpha == 0)
+            Store32(&work.Pixels[i], 0);
+    }
+    return work;
+}
+
+void AppendRow(ByteArray &out, const FrameBuf &work, std::int32_t y, bool isTransparency)
+{
+    const std::size_t start = out.size();
+    bool anyVisible = false;
+    for (std::int32_t x = 0; x < work.Width;) {
+        // As many pixels alike as one byte can count.
+        const bool visible = PixelAt(work, x, y) != 0;
+        const std::size_t control = out.size();
+        out.push_back(visible ? 0x80 : 0);
+        for (int run = 0; run < 127 && x < work.Width && (PixelAt(work, x, y) != 0) == visible; run++, x++) {
+            const std::uint32_t pixel = PixelAt(work, x, y);
+            const std::uint16_t coded =
+                isTransparency ? InvAlpha6(pixel >> 24) : PackPremultipliedPixel(pixel);
+            out[control]++;
+            if (visible)
+                out.push_back(coded & 255);
+            if (visible && !isTransparency)
+                out.push_back(coded >> 8);
+        }
+        anyVisible = anyVisible || visible;
+    }
+    if (!anyVisible)
+        out.resize(start);
+    out.push_back(anyVisible ? 0 : 0x80);
+}
+
+// Types 1 and 2 step by step and pixel by pixel: slow, and simple enough to be believed.
+ByteArray EncodePlainly(const FrameBuf &picture, std::int32_t type, std::int32_t transClass, bool crop)
+{
+    std::vector<MadeLayer> layers(std::size_t(GiLayerCount(type)));
+    for (std::size_t i = 0; i < layers.size(); i++) {
+        FrameBuf work = WorkLayer(picture, i, transClass);
+        if (crop)
+            work = CropToContent(work);
+        ByteArray rows;
+        for (std::int32_t y = 0; y < work.Height; y++)
+            AppendRow(rows, work, y, i == 2);
+        if (!rows.empty())
+            layers[i] = {PlaceOf(work), MakeRunLayer(work.Width, work.Height, rows)};
+    }
+    return MakeGi(type, Masks565, PlaceOf(picture), layers);
 }
 
 TEST(GiEncoder, WritesWhatThePlainStepsGive)
 {
     std::mt19937 random(21);
-    ByteArray kept;
-    for (int round = 0; round < 60; round++) {
-        const std::int32_t width = 1 + std::int32_t(random() % (round % 4 == 0 ? 700 : 70));
-        const std::int32_t height = 1 + std::int32_t(random() % 12);
-        for (std::int32_t transClass = 0; transClass <= 2; transClass++) {
-            // A picture may be said to have less transparency than it has.
-            const FrameBuf picture = RandomPicture(random, width, height, round % 5 == 0 ? 2 : transClass);
-            for (std::int32_t type = 0; type <= (transClass == 0 ? 0 : 2); type++)
-                for (const bool crop : {false, true}) {
-                    ASSERT_GT(EncodeGi(kept, picture, type, transClass, crop), 0);
-                    ASSERT_EQ(kept, EncodePlainly(picture, type, transClass, crop))
-                        << round << ": " << width << " x " << height << " type " << type << " class "
-                        << transClass;
-                }
-        }
+    const auto compare = [](const FrameBuf &picture, std::int32_t transClass) {
+        for (std::int32_t type = 1; type <= 2; type++)
+            for (const bool crop : {false, true})
+                ASSERT_EQ(Encode(picture, type, transClass, crop),
+                          EncodePlainly(picture, type, transClass, crop))
+                    << picture.Width << 'x' << picture.Height << ' ' << type << ' ' << transClass;
+    };
+    for (unsigned round = 0; round < 60; round++) {
+        const auto width = std::int32_t(1 + random() % (round % 4 == 0 ? 700 : 70));
+        const auto height = std::int32_t(1 + random() % 12);
+        for (std::int32_t transClass : {1, 2}) // it may be less than the picture has
+            compare(RandomPicture(random, width, height, round % 5 == 0 ? 2 : transClass), transClass);
     }
-}
-
-// Pixels of alpha 0 with a colour belong to no layer but are part of a 32-bit plane.
-TEST(GiEncoder, HoldsEveryAlphaAndInvisibleColours)
-{
-    std::mt19937 random(22);
-    FrameBuf picture = MakeCanvas({0, 0, 300, 3});
-    for (std::int32_t i = 0; i < 900; i++)
-        SetPixel(picture, i % 300, i / 300, (random() & 0xFFFFFF) | std::uint32_t(i % 256) << 24);
-    for (std::int32_t type = 0; type <= 2; type++)
-        EXPECT_EQ(Encode(picture, type, 2, true), EncodePlainly(picture, type, 2, true)) << type;
+    // Pixels of alpha 0 with a colour belong to no layer.
+    compare(MakePicture(300, 3, [](int x, int) { return std::uint32_t(x % 256) << 24 | 0x123456; }), 2);
 }
 
 TEST(GiEncoder, CodesRows)
 {
-    struct Case {
-        std::vector<std::pair<int, bool>> runs; // pixels, visible
-        std::vector<int> coded;                 // -n: n visible pixels
-    };
-    const std::vector<Case> cases = {
-        {{{130, false}, {2, true}}, {0x7F, 0x03, 0x82, -2, 0}},
-        {{{128, true}}, {0xFF, -127, 0x81, -1, 0}},
-        {{{300, true}}, {0xFF, -127, 0xFF, -127, 0xAE, -46, 0}},
-        {{{127, false}, {1, true}, {127, false}}, {0x7F, 0x81, -1, 0x7F, 0}},
-        {{{64, true}, {64, false}, {64, true}}, {0xC0, -64, 0x40, 0xC0, -64, 0}},
-        {{{9, false}}, {0x80}},
-    };
-    for (const Case &one : cases) {
-        int width = 0;
-        for (const auto &[pixels, visible] : one.runs)
-            width += pixels;
-        FrameBuf picture = MakeCanvas({0, 0, width, 1});
-        int x = 0;
-        for (const auto &[pixels, visible] : one.runs)
-            for (int end = x + pixels; x < end; x++)
-                SetPixel(picture, x, 0, visible ? 0xFFFFFFFF : 0);
-        ByteArray rows;
-        for (const int byte : one.coded)
-            rows.insert(rows.end(), std::size_t(byte < 0 ? -byte * 2 : 1),
-                        byte < 0 ? 0xFF : std::uint8_t(byte));
-        const ByteArray gi = Encode(picture, 1, 1, false);
-        EXPECT_EQ(ByteArray(gi.begin() + 96, gi.end()), MakeRunLayer(std::uint32_t(width), 1, rows)) << width;
-    }
+    // 130 empty pixels, 300 visible ones, 127 empty, one visible, nine empty; and an empty row.
+    const auto colour = [](int x, int y) { return y == 0 && ((x >= 130 && x < 430) || x == 557) ? ~0U : 0; };
+    constexpr int Whole = 1 + 127 * 2; // bytes of a run, of which the first looks as white does
+    ByteArray rows;
+    for (const int byte : {0x7F, 0x03, -2 * Whole, 0xAE, -46 * 2, 0x7F, 0x81, -2, 9, 0, 0x80})
+        rows.insert(rows.end(), std::size_t(std::max(-byte, 1)), std::uint8_t(byte < 0 ? 0xFF : byte));
+    const ByteArray gi = Encode(MakePicture(567, 2, colour), 1, 1, false);
+    EXPECT_EQ(ByteArray(gi.begin() + 96, gi.end()), MakeRunLayer(567, 2, rows));
 }
 
 TEST(GiEncoder, LaysOutFiles)
 {
-    FrameBuf dot = MakeCanvas({7, -3, 8, -2});
-    SetPixel(dot, 0, 0, 0xFFC80000);
-    ByteArray gi = Encode(dot, 1, 1, false);
-    ASSERT_EQ(gi.size(), 116U);
+    const GiRect place = {7, -3, 8, -2}, wide = {0, 0, 3, 2};
+    const ByteArray opaque = Encode(MakeCanvas(place, 0xFFC80000), 1, 1, false);
     std::vector<std::int32_t> fields;
-    for (std::int32_t position = 0; position < 112; position += 4)
-        fields.push_back(GetLong(gi, position));
+    for (std::int32_t position = 0; position < ByteCount(opaque); position += 4)
+        fields.push_back(GetLong(opaque, position));
     EXPECT_THAT(fields, ElementsAre(0x6967, 1, 7, -3, 8, -2, 0xF800, 0x07E0, 0x1F, 0, 1, 1, 0, 0, 0, 0, 96,
-                                    20, 7, -3, 8, -2, 0, 0, 4, 1, 1, 0));
-    EXPECT_THAT(ByteArray(gi.begin() + 112, gi.end()), ElementsAre(0x81, 0x00, 0xC0, 0));
-
-    // A partly transparent pixel: premultiplied colour, transparency byte.
-    SetPixel(dot, 0, 0, 0x80C80000);
-    gi = Encode(dot, 2, 2, true);
-    EXPECT_EQ(GetLong(gi, 64), 0) << "nothing is opaque";
-    EXPECT_THAT(ByteArray(gi.begin() + GetLong(gi, 96) + 16, gi.begin() + GetLong(gi, 128)),
-                ElementsAre(0x81, 0x00, 0x60, 0));
-    EXPECT_THAT(ByteArray(gi.end() - 3, gi.end()), ElementsAre(0x81, 31, 0));
-
-    gi = Encode(MakeCanvas({0, 0, 5, 5}), 1, 1, true);
-    EXPECT_EQ(gi.size(), 96U);
-    EXPECT_THAT(ByteArray(gi.begin() + 64, gi.end()), testing::Each(0)) << "a layer that is cropped away";
-    SetPixel(dot, 0, 0, 0xFFFFFFFF);
-    gi = Encode(dot, 3, 2, true); // one layer: header, palette, one row
-    ASSERT_EQ(gi.size(), 128U + 16 + 512 + 3);
-    EXPECT_THAT(
-        (std::array{GetLong(gi, 64), GetLong(gi, 68), GetLong(gi, 96), GetLong(gi, 100), GetLong(gi, 128)}),
-        ElementsAre(128, 531, 0, 0, 3));
-    gi = Encode(MakeCanvas({0, 0, 10, 10}), 4, 1, true);
-    EXPECT_EQ(gi.size(), 1252U);
-    EXPECT_EQ(GetLong(gi, 96), 228);
-    EXPECT_EQ(GetLong(gi, 100), 1024);
+                                    20, 7, -3, 8, -2, 0, 0, 4, 1, 1, 0, 0x00C00081));
+    // Nothing opaque; premultiplied colour; transparency byte.
+    EXPECT_EQ(Encode(MakeCanvas(place, 0x80C80000), 2, 2, true),
+              MakeGi(2, Masks565, place,
+                     {{},
+                      {place, MakeRunLayer(1, 1, {0x81, 0x00, 0x60, 0})},
+                      {place, MakeRunLayer(1, 1, {0x81, 31, 0})}}));
+    EXPECT_EQ(Encode(MakeCanvas(wide), 1, 1, true), MakeGi(1, Masks565, wide, {{}})) << "cropped away";
+    ByteArray palette(512, 0);
+    palette[2] = palette[3] = 0xFF;
+    EXPECT_EQ(Encode(MakeCanvas(place, 0xFFFFFFFF), 3, 2, true),
+              MakeGi(3, Masks565, place, {{place, MakeRunLayer(1, 1, {0x81, 1, 0}, palette)}, {}}));
+    FrameBuf dot = MakeCanvas(wide, 0x00090909); // invisible
+    SetPixel(dot, 1, 1, 0x01020304);
+    EXPECT_EQ(Encode(dot, 0, 2, true), MakeGi(0, Masks8888, wide, {{{1, 1, 2, 2}, {4, 3, 2, 1}}}));
 }
 
 TEST(GiEncoder, RefusesAndYields)
@@ -127,17 +126,12 @@ TEST(GiEncoder, RefusesAndYields)
     const FrameBuf picture = MakeCanvas({0, 0, 2, 2});
     FrameBuf untrue = picture;
     untrue.Width = 3; // its pixels are fewer
-    struct Case {
-        FrameBuf picture;
-        std::int32_t type, transClass;
-    };
-    const std::vector<Case> refused = {{{}, 1, 1},      {untrue, 0, 1},   {picture, 5, 2},
-                                       {picture, 6, 2}, {picture, -1, 1}, {picture, 1, 0},
-                                       {picture, 4, 0}, {picture, 0, 3},  {picture, 0, -1}};
-    for (const Case &one : refused) {
+    const std::tuple<FrameBuf, std::int32_t, std::int32_t> refused[] = {
+        {{}, 1, 1},      {untrue, 0, 1},  {picture, 5, 2}, {picture, 6, 2}, {picture, -1, 1},
+        {picture, 1, 0}, {picture, 4, 0}, {picture, 0, 3}, {picture, 0, -1}};
+    for (const auto &[wrong, type, transClass] : refused) {
         ByteArray out = {1, 2, 3};
-        EXPECT_EQ(EncodeGi(out, one.picture, one.type, one.transClass, false), 0)
-            << one.type << one.transClass;
+        EXPECT_EQ(EncodeGi(out, wrong, type, transClass, false), 0) << type << transClass;
         EXPECT_THAT(out, ElementsAre(1, 2, 3));
     }
     int yields = 0;
@@ -154,12 +148,12 @@ TEST(GiEncoder, CropsToContent)
     SetPixel(picture, 5, 3, 0xFF000000);
     SetPixel(picture, 7, 4, 0x00FFFFFF); // invisible
     const FrameBuf cropped = CropToContent(picture);
-    EXPECT_THAT((std::array{cropped.X, cropped.Y, cropped.Width, cropped.Height}), ElementsAre(12, 21, 4, 3));
+    EXPECT_EQ(PlaceOf(cropped), (GiRect{12, 21, 16, 24}));
     EXPECT_EQ(PixelAt(cropped, 0, 0), 0x01AABBCCU);
     EXPECT_EQ(PixelAt(cropped, 3, 2), 0xFF000000U);
     EXPECT_EQ(cropped.Kind, "");
     for (const FrameBuf &none : {CropToContent(MakeCanvas({3, 3, 9, 9})), CropToContent({})})
-        EXPECT_TRUE(none.X == 0 && none.Width == 0 && none.Pixels.empty());
+        EXPECT_TRUE(PlaceOf(none) == GiRect() && none.Pixels.empty());
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Making, reading and damaging picture files in the tests of the readers.
+// Reading and damaging picture files in the tests of the readers.
 #pragma once
 
 #include <cstdint>
@@ -12,19 +12,6 @@ using File = std::vector<std::uint8_t>;
 using Numbers = std::vector<std::uint32_t>;
 using Reader = std::int32_t (*)(const std::uint8_t *, const std::int32_t *);
 
-// Builds a file number by number.
-struct Maker {
-    File bytes;
-
-    Maker &Little(int size, std::uint32_t value);
-    Maker &Big(int size, std::uint32_t value);
-    Maker &Raw(const File &more);
-    Maker &Zeros(std::size_t count);
-};
-
-// The numbers, each as a byte.
-File ToBytes(const Numbers &numbers);
-
 // A picture as the tests look at it: 0xAARRGGBB, top row first.
 struct Seen {
     int width = 0;
@@ -35,10 +22,10 @@ struct Seen {
     bool operator==(const Seen &) const = default;
 };
 
-// A line of a file in tests/rastgl/pictures, whose head says what the fields are, and the picture to be seen.
+// A line of a file in tests/rastgl/pictures, whose head says how lines are written.
 struct Case {
     std::string name;
-    std::vector<Numbers> fields;
+    File file;
     Seen seen;
 };
 std::vector<Case> LoadCases(const char *fileName);
@@ -46,6 +33,9 @@ std::vector<Case> LoadCases(const char *fileName);
 // What the handle names, which is then freed; an empty picture for 0.
 Seen Take(std::int32_t handle);
 Seen Read(Reader reader, const File &file);
+
+// Whether no channel of a pixel differs by more than that.
+bool AreClose(std::uint32_t one, std::uint32_t other, int most);
 
 // A handle of these pixels.
 std::int32_t Hold(int width, int height, const Numbers &topDown);
@@ -55,10 +45,7 @@ std::int32_t Hold(int width, int height, const Numbers &topDown);
 void ExpectReadsAsFarAsItGoes(Reader reader, const File &file);
 
 // Reads the file with random bytes changed, and cut off at every length: the reader must come back, with a
-// picture of possible size or none. `repair` makes a changed file's checksums right again.
+// picture of possible size or none. `repair` makes the checksums of every other changed file right again.
 void ExpectSurvivesDamage(Reader reader, const File &file, void (*repair)(File &) = nullptr);
-
-// Reads the file whole, where it must give the picture, and then does both of the above.
-void ExpectReads(Reader reader, const File &file, const Seen &seen);
 
 } // namespace picturefile

@@ -1,125 +1,87 @@
+#include "rastgl/canvas.h"
 #include "rastgl/rastgl.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdlib>
-#include <random>
-#include <vector>
-
 namespace
 {
 
-using Bytes = std::vector<std::uint8_t>;
+using Colours = std::vector<std::uint32_t>;
 
-struct Size {
-    std::int32_t width;
-    std::int32_t height;
-
-    std::size_t Bytes() const { return std::size_t(width) * std::size_t(height) * 4; }
-};
-
-Bytes Rescale(const Bytes &source, Size from, Size to)
+Canvas Rescale(const Canvas &source, int width, int height)
 {
-    Bytes target(to.Bytes(), 0xAA);
-    VTGF_Rescale(target.data(), &to.width, &to.height, source.data(), &from.width, &from.height);
+    Canvas target = Flat(width, height, 0xAAAAAAAA);
+    VTGF_Rescale(target.Bytes(), &target.width, &target.height, source.Bytes(), &source.width,
+                 &source.height);
     return target;
 }
 
-Bytes Repeat(const std::array<std::uint8_t, 4> &pixel, Size size)
-{
-    Bytes pixels;
-    for (std::size_t i = 0; i < size.Bytes(); ++i)
-        pixels.push_back(pixel[i % 4]);
-    return pixels;
-}
-
-Bytes Noise(Size size, bool opaque)
-{
-    std::mt19937 mixer(5);
-    Bytes pixels(size.Bytes());
-    for (std::size_t i = 0; i < pixels.size(); ++i)
-        pixels[i] = opaque && i % 4 == 3 ? 255 : std::uint8_t(mixer());
-    return pixels;
-}
-
-constexpr Size Sizes[] = {{1, 1}, {1, 9}, {8, 1}, {2, 2}, {3, 5}, {7, 4}, {64, 48}, {128, 128}, {1000, 3}};
-
 TEST(Rescale, KeepsConstantPicturesAndSourcesOfTheSameSize)
 {
-    for (const Size from : Sizes) {
-        const Bytes noise = Noise(from, false);
-        EXPECT_EQ(Rescale(noise, from, from), noise);
-        for (const Size to : Sizes) {
-            for (const std::array<std::uint8_t, 4> pixel :
-                 {std::array<std::uint8_t, 4>{3, 200, 255, 255}, {9, 8, 7, 1}})
-                ASSERT_EQ(Rescale(Repeat(pixel, from), from, to), Repeat(pixel, to))
-                    << from.width << 'x' << from.height << " to " << to.width << 'x' << to.height;
-        }
+    const std::pair<int, int> sizes[] = {{1, 1}, {1, 9},   {8, 1},     {2, 2},   {3, 5},
+                                         {7, 4}, {64, 48}, {128, 128}, {1000, 3}};
+    for (const auto &[width, height] : sizes) {
+        const Canvas noise = Noise(width, height, 5);
+        EXPECT_EQ(Rescale(noise, width, height), noise);
+        for (const auto &[toWidth, toHeight] : sizes)
+            for (const std::uint32_t pixel : {0xFFFFC803U, 0x01070809U})
+                ASSERT_EQ(Rescale(Flat(width, height, pixel), toWidth, toHeight),
+                          Flat(toWidth, toHeight, pixel))
+                    << width << 'x' << height;
     }
 }
 
 TEST(Rescale, WeighsColoursByTheirAlpha)
 {
-    const Bytes red = {0, 0, 255, 0, 200, 100, 0, 255, 200, 100, 0, 255, 200, 100, 0, 255};
-    EXPECT_EQ(Rescale(red, {2, 2}, {1, 1}), (Bytes{200, 100, 0, 191}));
-    const Bytes unequal = {0, 0, 240, 50, 240, 0, 0, 150};
-    EXPECT_EQ(Rescale(unequal, {2, 1}, {1, 1}), (Bytes{180, 0, 60, 100}));
-    EXPECT_EQ(Rescale({9, 9, 9, 1, 9, 9, 9, 0, 9, 9, 9, 0}, {1, 3}, {1, 1}), (Bytes{0, 0, 0, 0}));
+    const Canvas red = {2, 2, {0x00FF0000, 0xFF0064C8, 0xFF0064C8, 0xFF0064C8}};
+    EXPECT_EQ(Rescale(red, 1, 1), Flat(1, 1, 0xBF0064C8));
+    EXPECT_EQ(Rescale({2, 1, {0x32F00000, 0x960000F0}}, 1, 1), Flat(1, 1, 0x643C00B4));
+    EXPECT_EQ(Rescale({1, 3, {0x01090909, 0x00090909, 0x00090909}}, 1, 1), Flat(1, 1, 0));
     // Growing never shows the unseen red either.
-    const Bytes grown = Rescale(red, {2, 2}, {16, 16});
-    for (std::size_t i = 0; i < grown.size(); i += 4)
-        ASSERT_EQ(grown[i + 2], 0) << "pixel " << i / 4;
+    for (const std::uint32_t colour : Rescale(red, 16, 16).colours)
+        ASSERT_EQ(colour >> 16 & 0xFF, 0U);
 }
 
 TEST(Rescale, AveragesWhatAPixelCovers)
 {
-    // Three columns to two: each takes one and a half, bottom and top rows alike.
-    const Bytes columns = {0, 0, 0, 255, 90, 90, 90, 255, 240, 240, 240, 255};
-    EXPECT_EQ(Rescale(columns, {3, 1}, {2, 1}), (Bytes{30, 30, 30, 255, 190, 190, 190, 255}));
-    EXPECT_EQ(Rescale(columns, {1, 3}, {1, 2}), (Bytes{30, 30, 30, 255, 190, 190, 190, 255}));
+    // Three to two: each takes one and a half, bottom and top rows alike.
+    const Colours three = {0xFF000000, 0xFF5A5A5A, 0xFFF0F0F0};
+    const Colours two = {0xFF1E1E1E, 0xFFBEBEBE};
+    EXPECT_EQ(Rescale({3, 1, three}, 2, 1).colours, two);
+    EXPECT_EQ(Rescale({1, 3, three}, 1, 2).colours, two);
 
-    constexpr Size From = {60, 36};
-    const Bytes noise = Noise(From, true);
+    Canvas noise = Noise(60, 36, 5, 0xFF000000);
     for (const int divisor : {2, 3, 4, 6, 12}) {
-        const Size to = {From.width / divisor, From.height / divisor};
-        const Bytes shrunk = Rescale(noise, From, to);
-        for (std::size_t i = 0; i < shrunk.size(); ++i) {
-            const std::size_t row = i / 4 / std::size_t(to.width);
-            const std::size_t column = i / 4 % std::size_t(to.width);
-            int sum = 0;
-            for (std::size_t y = 0; y < std::size_t(divisor); ++y) {
-                for (std::size_t x = 0; x < std::size_t(divisor); ++x)
-                    sum += noise[((row * divisor + y) * From.width + column * divisor + x) * 4 + i % 4];
-            }
-            ASSERT_NEAR(shrunk[i], double(sum) / (divisor * divisor), 0.5 + 1e-6);
+        Canvas shrunk = Rescale(noise, noise.width / divisor, noise.height / divisor);
+        for (int at = 0; at < shrunk.width * shrunk.height * 4; ++at) {
+            const int x = at / 4 % shrunk.width, y = at / 4 / shrunk.width, shift = at % 4 * 8;
+            unsigned sum = 0;
+            for (int part = 0; part < divisor * divisor; ++part)
+                sum += noise.At(x * divisor + part % divisor, y * divisor + part / divisor) >> shift & 0xFF;
+            ASSERT_NEAR(shrunk.At(x, y) >> shift & 0xFF, double(sum) / (divisor * divisor), 0.5 + 1e-6);
         }
     }
 }
 
 TEST(Rescale, GrowsSmoothly)
 {
-    const Bytes ramp =
-        Rescale({0, 0, 0, 255, 80, 80, 80, 255, 160, 160, 160, 255, 240, 240, 240, 255}, {4, 1}, {64, 1});
-    for (std::size_t i = 1; i < 64; ++i)
-        ASSERT_LE(std::abs(ramp[4 * i] - ramp[4 * (i - 1)]), 8); // 5 on average
+    Canvas ramp = Rescale({4, 1, {0xFF000000, 0xFF505050, 0xFFA0A0A0, 0xFFF0F0F0}}, 64, 1);
+    const auto grey = [&ramp](int x) { return int(ramp.At(x, 0) & 0xFF); };
+    for (int x = 1; x < 64; ++x)
+        ASSERT_LE(std::abs(grey(x) - grey(x - 1)), 8); // 5 on average
     // Between the second and the third sample all four lie on a line.
-    for (std::size_t i = 24; i < 40; ++i)
-        ASSERT_NEAR(ramp[4 * i], 80 + 5 * (double(i) + 0.5 - 24), 0.51) << i;
-    EXPECT_NEAR(ramp.front(), 0, 8);
-    EXPECT_NEAR(ramp[4 * 63], 240, 8);
+    for (int x = 24; x < 40; ++x)
+        ASSERT_NEAR(grey(x), 80 + 5 * (x + 0.5 - 24), 0.51) << x;
+    EXPECT_NEAR(grey(0), 0, 8);
+    EXPECT_NEAR(grey(63), 240, 8);
 }
 
 TEST(Rescale, LongRowsAndEmptyPictures)
 {
     // So many weights that float sums of them would fall short.
-    constexpr Size Long = {5'000'000, 1};
-    const Bytes grey = Rescale(Repeat({7, 130, 255, 255}, Long), Long, {1, 1});
-    EXPECT_EQ(grey, (Bytes{7, 130, 255, 255}));
-
-    const Bytes untouched(4, 0xAA);
-    EXPECT_EQ(Rescale({}, {0, 3}, {1, 1}), untouched);
-    EXPECT_EQ(Rescale({1, 2, 3, 4}, {1, 1}, {0, 7}), Bytes());
+    EXPECT_EQ(Rescale(Flat(5'000'000, 1, 0xFFFF8207), 1, 1), Flat(1, 1, 0xFFFF8207));
+    EXPECT_EQ(Rescale(Flat(0, 3), 1, 1), Flat(1, 1, 0xAAAAAAAA)) << "untouched";
+    EXPECT_EQ(Rescale(Flat(1, 1), 0, 7), Flat(0, 7));
 }
 
 } // namespace
