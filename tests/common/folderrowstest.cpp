@@ -22,8 +22,7 @@ TEST(FolderRows, PathsAreNormalized)
 TEST(FolderRows, ListsDrives)
 {
     for (const TableRow &row : ReadTable("common/driverows.txt", 5)) {
-        const Drive drive = {row.Bytes(0).at(0), int(row.Number(1)), row.Text(2), {}};
-        const FolderRow shown = DriveRows({drive}).at(0);
+        const FolderRow shown = DriveRows({{row.Bytes(0).at(0), int(row.Number(1)), row.Text(2), {}}}).at(0);
         EXPECT_EQ(shown.Text, row.Text(3));
         EXPECT_EQ(shown.Name, row.Text(0) + u":\\"_qs);
         EXPECT_EQ(shown.Picture, row.Number(4)) << row.line;
