@@ -1,9 +1,7 @@
 #include "common/paths.h"
 #include "common/text.h"
+#include "support/table.h"
 #include "support/tempfolder.h"
-
-#include <climits>
-#include <gtest/gtest.h>
 
 using namespace wb;
 
@@ -12,25 +10,12 @@ namespace
 
 TEST(Paths, AreTakenApart)
 {
-    const struct {
-        QString Path;
-        QString Folder;
-        QString Name;
-        QString Title;
-        QString Extension;
-    } cases[] = {{u"C:\\file.gi"_qs, u"C:\\"_qs, u"file.gi"_qs, u"file"_qs, u"gi"_qs},
-                 {u"C:\\x\\file.gi"_qs, u"C:\\x"_qs, u"file.gi"_qs, u"file"_qs, u"gi"_qs},
-                 {u"C:\\a.b\\c"_qs, u"C:\\a.b"_qs, u"c"_qs, u"c"_qs, u"b\\c"_qs},
-                 {u"a.b.c"_qs, u""_qs, u"a.b.c"_qs, u"a.b"_qs, u"c"_qs},
-                 {u"\\a"_qs, u""_qs, u"a"_qs, u"a"_qs, u""_qs},
-                 {u"C:\\x\\"_qs, u"C:\\x"_qs, u""_qs, u""_qs, u""_qs},
-                 {u".gi"_qs, u""_qs, u".gi"_qs, u""_qs, u"gi"_qs},
-                 {u""_qs, u""_qs, u""_qs, u""_qs, u""_qs}};
-    for (const auto &one : cases) {
-        EXPECT_EQ(GetFolder(one.Path), one.Folder);
-        EXPECT_EQ(GetFileName(one.Path), one.Name);
-        EXPECT_EQ(GetFileTitle(one.Path), one.Title);
-        EXPECT_EQ(GetExtension(one.Path), one.Extension);
+    for (const TableRow &row : ReadTable("common/paths.txt", 5)) {
+        const QString path = row.Text(0);
+        const std::vector parts = {GetFolder(path), GetFileName(path), GetFileTitle(path),
+                                   GetExtension(path)};
+        for (std::size_t index = 0; index < parts.size(); ++index)
+            EXPECT_EQ(parts[index], row.Text(index + 1)) << row.line;
     }
     EXPECT_EQ(NormalizePath(u"C:\\\\a\\\\\\\\b"_qs), u"C:\\a\\\\b"_qs);
 }
@@ -41,12 +26,8 @@ TEST(Text, PadsReadsHexAndFiltersKeys)
     EXPECT_EQ(ZeroPad(1234, 3), u"1234"_qs);
     EXPECT_EQ(ZeroPad(-7, 3), u"0-7"_qs);
     EXPECT_EQ(ZeroPad(0, -1), u"0"_qs);
-    const std::pair<QString, std::int32_t> cases[] = {
-        {u"FF"_qs, 255},           {u"ff"_qs, 255},      {u"FG"_qs, 0}, {u"123456789"_qs, 0}, {u""_qs, 0},
-        {u"80000000"_qs, INT_MIN}, {u"FFFFFFFF"_qs, -1}, {u"-1"_qs, 0}, {u"1@"_qs, 0},        {u"`1"_qs, 0},
-        {u"\x0430"_qs, 0}};
-    for (const auto &[text, value] : cases)
-        EXPECT_EQ(HexToLong(text), value) << text.toStdString();
+    for (const TableRow &row : ReadTable("common/hex.txt", 2))
+        EXPECT_EQ(HexToLong(row.Text(0)), row.Number(1)) << row.line;
     for (int key = -1; key < 300; ++key) {
         int filtered = key;
         FilterDigitKey(filtered);

@@ -11,6 +11,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 
 namespace wb
 {
@@ -49,6 +50,8 @@ public:
 
     void MakeFolder(std::string_view name) const { std::filesystem::create_directories(Native(name)); }
 
+    void MakePipe(std::string_view name) const { ::mkfifo(Native(name).c_str(), 0600); }
+
     std::size_t EntryCount() const
     {
         return std::size_t(std::distance(std::filesystem::directory_iterator(m_path), {}));
@@ -67,6 +70,11 @@ inline void PrintTo(const QString &text, std::ostream *stream)
 inline ByteView BytesOf(std::string_view text)
 {
     return {reinterpret_cast<const std::uint8_t *>(text.data()), text.size()};
+}
+
+inline std::string TextOf(ByteView bytes)
+{
+    return {bytes.begin(), bytes.end()};
 }
 
 } // namespace wb
