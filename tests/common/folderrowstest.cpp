@@ -22,10 +22,10 @@ TEST(FolderRows, PathsAreNormalized)
 TEST(FolderRows, ListsDrives)
 {
     for (const TableRow &row : ReadTable("common/driverows.txt", 5)) {
-        const FolderRow shown = DriveRows({{row.Bytes(0).at(0), int(row.Number(1)), row.Text(2), {}}}).at(0);
+        const FolderRow shown = DriveRows({{row.Bytes(0).at(0), row.Int(1), row.Text(2), {}}}).at(0);
         EXPECT_EQ(shown.Text, row.Text(3));
         EXPECT_EQ(shown.Name, row.Text(0) + u":\\"_qs);
-        EXPECT_EQ(shown.Picture, row.Number(4)) << row.line;
+        EXPECT_EQ(shown.Picture, row.Int(4)) << row.line;
     }
     EXPECT_EQ(ListRows(QString(), u"*"_qs, 0).at(0).Kind, RowDrive);
 }
@@ -40,7 +40,7 @@ TEST(FolderRows, ListsFoldersThenFilesByPattern)
     for (const TableRow &expected : ReadTable("common/listings.txt", 4)) {
         QStringList rows;
         for (const FolderRow &row :
-             ListRows(folder.Path(expected.Text(0)), expected.Text(1), std::int32_t(expected.Number(2))))
+             ListRows(folder.Path(expected.Text(0)), expected.Text(1), expected.Int(2)))
             rows.push_back(u"%1 %2 %3"_qs.arg(row.Kind).arg(row.Picture).arg(row.Name));
         EXPECT_EQ(rows.join(u", "), expected.Text(3));
     }
@@ -75,7 +75,7 @@ TEST(FolderRows, OpeningWalksTheTree)
     folder.MakeFolder("Sub/Deep");
     const auto absolute = [&folder](QString path) { return path.replace(u"~"_qs, folder.Path()); };
     for (const TableRow &row : ReadTable("common/opening.txt", 5)) {
-        const FolderRow opening = {row.Text(1), row.Text(1), std::int32_t(row.Number(0)), 0};
+        const FolderRow opening = {row.Text(1), row.Text(1), row.Int(0), 0};
         const OpenedRow opened = OpenRow(opening, absolute(row.Text(2)), Program);
         EXPECT_EQ(opened.PathChanges, opening.Kind != RowFile) << row.line;
         EXPECT_EQ(opened.Path, absolute(row.Text(3))) << row.line;

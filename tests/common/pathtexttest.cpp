@@ -27,7 +27,7 @@ TEST(Text, PadsReadsHexAndFiltersKeys)
     EXPECT_EQ(ZeroPad(-7, 3), u"0-7"_qs);
     EXPECT_EQ(ZeroPad(0, -1), u"0"_qs);
     for (const TableRow &row : ReadTable("common/hex.txt", 2))
-        EXPECT_EQ(HexToLong(row.Text(0)), row.Number(1)) << row.line;
+        EXPECT_EQ(HexToLong(row.Text(0)), row.Int(1)) << row.line;
     for (int key = -1; key < 300; ++key) {
         int filtered = key;
         FilterDigitKey(filtered);

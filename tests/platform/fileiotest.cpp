@@ -47,7 +47,7 @@ TEST(FileIo, RefusalsTellWhyAndChangeNothing)
         entries.resize(3);
         const std::string &name = row.Bytes(1);
         const std::string path = name.empty() || name[0] == '/' ? name : folder.Native(name);
-        EXPECT_EQ(int(operations.at(row.Bytes(0))(path)), row.Number(2)) << row.line;
+        EXPECT_EQ(int(operations.at(row.Bytes(0))(path)), row.Int(2)) << row.line;
         EXPECT_EQ(bytes.empty(), row.Bytes(0) == "read") << row.line;
         EXPECT_EQ(entries.empty(), row.Bytes(0) == "list") << row.line;
     }

@@ -22,10 +22,10 @@ std::vector<std::string> ScannedNames(const TempFolder &folder)
 
 TEST(FolderScan, SortsByUpperCase)
 {
-    const std::vector<std::string> orders[] = {{".hidden", "a", "a1", "B", "b", "z", "_", "ё", "Я", "\xFF"},
-                                               {"Frame_0000", "frame_00002.gh", "FRAME_00002.GI",
-                                                "frame_00002.gi", "frame_00010.gi", "frame_00010.gi1",
-                                                "frame_00010.gi2"}};
+    const std::vector<std::string> orders[] = {
+        {".hidden", "a", "a-long-name.1", "A-LONG-NAME.2", "a1", "B", "b", "z", "_", "ё", "Я", "\xFF"},
+        {"Frame_0000", "frame_00002.gh", "FRAME_00002.GI", "frame_00002.gi", "frame_00010.gi",
+         "frame_00010.gi1", "frame_00010.gi2"}};
     for (const auto &sorted : orders) {
         const TempFolder folder;
         std::for_each(sorted.rbegin(), sorted.rend(), [&](const auto &name) { folder.Put(name); });

@@ -49,7 +49,7 @@ TEST(NativeName, AnyBytesComeBackAndNoTwoShareAText)
 TEST(Wildcard, TakesNamesAsFileDialogsDo)
 {
     for (const TableRow &row : ReadTable("platform/wildcards.txt", 3))
-        EXPECT_EQ(Wildcard(row.Text(0)).Matches(row.Text(1)), row.Number(2) != 0) << row.line;
+        EXPECT_EQ(Wildcard(row.Text(0)).Matches(row.Text(1)), row.Int(2) != 0) << row.line;
     // Exponential backtracking would never come back.
     EXPECT_FALSE(Wildcard(u"*a*a*a*a*a*a*a*a*a*b"_qs).Matches(QString(2000, u'a')));
 }

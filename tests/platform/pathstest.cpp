@@ -49,7 +49,7 @@ TEST(Drives, AreWhatAPersonWouldCallSoUpToZ)
     ASSERT_EQ(drives.size(), expected.size());
     for (std::size_t index = 0; index < drives.size(); ++index) {
         EXPECT_EQ(std::string(1, drives[index].Letter), expected[index].Bytes(0));
-        EXPECT_EQ(drives[index].Type, expected[index].Number(1)) << drives[index].MountPoint;
+        EXPECT_EQ(drives[index].Type, expected[index].Int(1)) << drives[index].MountPoint;
         EXPECT_EQ(drives[index].Label, expected[index].Text(2)) << drives[index].MountPoint;
         EXPECT_EQ(drives[index].MountPoint, expected[index].Bytes(3));
     }

@@ -30,6 +30,16 @@ FrameBuf MakePicture(int width, int height, std::uint32_t colour)
     return MakePicture(width, height, [colour](int, int) { return colour; });
 }
 
+FrameBuf MakeSprite(int transClass)
+{
+    return MakePicture(37, 23, [transClass](int x, int y) {
+        if (transClass != 0 && (x * y) % 5 == 3)
+            return 0U;
+        const bool isGraded = transClass == 2 && x % 4 == 0;
+        return isGraded ? 0x82F10000U : (x + y) % 7 < 4 ? 0xFFFF0000U : 0xFF0000FFU;
+    });
+}
+
 QString SampleFolder::NativeText(std::string_view name) const
 {
     return QString::fromStdString(name.empty() ? Native() : Native(name));

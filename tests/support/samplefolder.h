@@ -13,6 +13,9 @@ namespace wb
 FrameBuf MakePicture(int width, int height, const std::function<std::uint32_t(int, int)> &colour);
 FrameBuf MakePicture(int width, int height, std::uint32_t colour);
 
+// A picture of that transparency class which every GI type that allows the class holds to the bit.
+FrameBuf MakeSprite(int transClass);
+
 class SampleFolder : public TempFolder
 {
 public:

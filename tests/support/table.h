@@ -24,6 +24,7 @@ struct TableRow {
 
     const std::string &Bytes(std::size_t field) const { return fields.at(field); }
     QString Text(std::size_t field) const { return QString::fromStdString(fields.at(field)); }
+    int Int(std::size_t field) const { return std::stoi(fields.at(field)); }
     std::int64_t Number(std::size_t field) const { return std::stoll(fields.at(field)); }
 };
 

