@@ -3,6 +3,7 @@
 #include "platform/folderwatch.h"
 #include "support/tempfolder.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 
 using namespace wb;

@@ -58,8 +58,7 @@ TEST(Drives, AreWhatAPersonWouldCallSoUpToZ)
 TEST(Drives, OfThisMachineTranslateBothWays)
 {
     const DriveTable drives = ListDrives();
-    ASSERT_FALSE(drives.empty());
-    EXPECT_EQ(drives[0].MountPoint, "/");
+    EXPECT_EQ(drives.at(0).MountPoint, "/");
     for (const Drive &drive : drives) {
         const QString inside = QLatin1Char(drive.Letter) + u":\\no-such"_qs;
         const std::string native = (drive.MountPoint == "/" ? "" : drive.MountPoint) + "/no-such";

@@ -8,7 +8,6 @@
 #include <QString>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <string>
