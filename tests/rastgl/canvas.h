@@ -1,7 +1,7 @@
 // Made pictures as the functions on buffers take them.
 #pragma once
 
-#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <random>
@@ -15,8 +15,8 @@ struct Canvas {
     bool operator==(const Canvas &) const = default;
 
     // Counted from the top-left.
-    std::uint32_t &At(int x, int y) { return colours[std::size_t((height - 1 - y) * width + x)]; }
-    std::uint32_t At(int x, int y) const { return colours[std::size_t((height - 1 - y) * width + x)]; }
+    std::uint32_t &At(int x, int y) { return colours.end()[x - std::ptrdiff_t(y + 1) * width]; }
+    std::uint32_t At(int x, int y) const { return colours.end()[x - std::ptrdiff_t(y + 1) * width]; }
 
     std::uint8_t *Bytes() { return reinterpret_cast<std::uint8_t *>(colours.data()); }
     const std::uint8_t *Bytes() const { return reinterpret_cast<const std::uint8_t *>(colours.data()); }

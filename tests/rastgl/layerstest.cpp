@@ -117,8 +117,9 @@ TEST(Layers, ComposeSourceOver)
 TEST(Layers, DrawCodedPixelsOnly)
 {
     const Bytes palette(wb::rowrle::OpaquePaletteSize, 0xFF);
-    for (const auto &[name, rows, seen] : picturefile::LoadCases("rows.txt"))
+    for (const picturefile::Case &each : picturefile::LoadCases("rows.txt"))
         for (const bool upwards : {false, true}) {
+            const picturefile::Seen &seen = each.seen;
             // In a larger canvas, whose edges stay empty.
             Canvas expected = Flat(seen.width + 2, seen.height + 2), canvas = expected;
             const auto at = [&](Canvas &picture, int x, int y) -> std::uint32_t & {
@@ -129,8 +130,8 @@ TEST(Layers, DrawCodedPixelsOnly)
             const int pitch = canvas.width * (upwards ? 4 : -4);
             VTGR_AlphaIndexed_DrawRGBA_16(
                 reinterpret_cast<std::uint8_t *>(&at(canvas, 0, 0)), pitch,
-                MakeLayer(std::uint32_t(seen.width), std::uint32_t(seen.height), palette, rows).data());
-            EXPECT_EQ(canvas, expected) << name;
+                MakeLayer(std::uint32_t(seen.width), std::uint32_t(seen.height), palette, each.file).data());
+            EXPECT_EQ(canvas, expected) << each.name;
         }
 }
 
