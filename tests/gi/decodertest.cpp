@@ -65,7 +65,7 @@ TEST(GiDecoder, SizesAndSkips)
         {"type 5 has its layer's size", MakeGi(5, Masks565, box, {{layer, run}}), layer},
         {"type 6 has the header's", MakeGi(6, Masks565, box, {{layer, run}}), box},
         {"no type", MakeGi(7, Masks565, box, {{box, run}}), none},
-        {"no palette", MakeGi(4, Masks565, box, {{box, ByteArray(12, 1)}, {{}, {}}}), none},
+        {"short palette", MakeGi(4, Masks565, box, {{box, ByteArray(12, 1)}, {{}, ByteArray(1023)}}), none},
         {"negative", MakeGi(1, Masks565, {4, 2, 1, 6}, {{box, run}}), {4, 2, 4, 2}},
         {"huge", MakeGi(1, Masks565, {0, 0, 1 << 20, 1 << 20}, {{box, run}}), none},
         {"out of proportion", MakeGi(1, Masks565, {0, 0, 8192, 8192}, {{box, run}}), none},
