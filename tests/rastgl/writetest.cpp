@@ -1,7 +1,7 @@
 #include "rastgl/canvas.h"
 #include "rastgl/picturefile.h"
 #include "rastgl/rastgl.h"
-#include "support/filesizelimit.h"
+#include "support/fulldisk.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>
@@ -86,12 +86,11 @@ TEST_F(Writing, FailureCostsNothing)
 {
     folder.Put("kept.png", "old");
     folder.MakeFolder("folder");
-    {
-        const wb::FileSizeLimit fullDisk(64);
+    wb::OnAFullDisk(64, [this] {
         EXPECT_FALSE(WritePng("kept.png", grainy));
         EXPECT_FALSE(WriteJpeg("kept.png", grainy));
         EXPECT_FALSE(WritePng("new.png", grainy));
-    }
+    });
     EXPECT_FALSE(WritePng("folder", grainy));
     EXPECT_FALSE(WritePng("no folder/new.png", grainy));
     EXPECT_FALSE(WritePng("new.png", 0)) << "no picture";
