@@ -1,31 +1,17 @@
 // Reading and writing files: above all, that an older file outlives a failed write.
 #include "platform/fileio.h"
 #include "platform/folderscan.h"
+#include "support/fulldisk.h"
 #include "support/table.h"
 #include "support/tempfolder.h"
 
-#include <csignal>
 #include <functional>
 #include <map>
-#include <sys/resource.h>
 
 using namespace wb;
 
 namespace
 {
-
-// Runs while files can grow to 1000 bytes only, as on a full disk.
-void OnAFullDisk(const std::function<void()> &action)
-{
-    rlimit before = {};
-    ::getrlimit(RLIMIT_FSIZE, &before);
-    const auto handler = ::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit = {1000, before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-    action();
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    ::signal(SIGXFSZ, handler);
-}
 
 TEST(FileIo, RefusalsTellWhyAndChangeNothing)
 {
@@ -62,7 +48,7 @@ TEST(FileIo, FailedWritesLeaveWhatWas)
     const TempFolder folder;
     folder.Put("old", "old");
     const std::string big(1 << 20, 'x');
-    OnAFullDisk([&] {
+    OnAFullDisk(1000, [&] {
         for (const char *name : {"old", "new"}) {
             EXPECT_EQ(WriteWholeFile(folder.Native(name), BytesOf(big)), FileError::AccessError);
             OutputFile file;
