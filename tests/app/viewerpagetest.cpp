@@ -38,10 +38,10 @@ protected:
         QMimeData files;
         files.setUrls(urls);
         QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton,
-                              Qt::NoModifier);
+                              Qt::ShiftModifier);
         QCoreApplication::sendEvent(Find("picPictureBorder"), &enter);
         ASSERT_TRUE(enter.isAccepted());
-        QDropEvent drop({5, 5}, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QDropEvent drop({5, 5}, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::ShiftModifier);
         QCoreApplication::sendEvent(Find("picPictureBorder"), &drop);
         EXPECT_EQ(Qt::CopyAction, drop.dropAction());
     }
