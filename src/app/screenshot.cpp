@@ -27,6 +27,10 @@ public:
     {
         std::fprintf(stderr, "workbench-screenshot: %s\n", qPrintable(text));
     }
+    bool Question(const QString &, const QString &) override { return false; }
+    QString OpenFile(const QString &, const QString &) override { return {}; }
+    QString SaveFile(const QString &, const QString &) override { return {}; }
+    QString ChooseFolder(const QString &, const QString &) override { return {}; }
     std::optional<std::int32_t> ChooseColour(std::int32_t) override { return std::nullopt; }
 };
 

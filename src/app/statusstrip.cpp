@@ -62,6 +62,12 @@ void StatusStrip::ProgressStep(std::int32_t value, const QString &text)
     QCoreApplication::processEvents();
 }
 
+// The memory gauge's timer is an event that always comes.
+void StatusStrip::ProgressWait()
+{
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
 void StatusStrip::ProgressClear()
 {
     prgProgress->SetValue(0);

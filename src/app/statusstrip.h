@@ -23,6 +23,7 @@ public:
 
     void ProgressStart(std::int32_t maximum, const QString &text) override;
     void ProgressStep(std::int32_t value, const QString &text) override;
+    void ProgressWait() override;
     void ProgressClear() override;
 
     void ShowMemory(const MemoryStatus &memory);

@@ -7,8 +7,8 @@
 namespace wb
 {
 
-// Whoever starts a job gives it one of these. Start and Step let pending events run, so any handler may run
-// inside them: a caller trusts nothing afterwards that an event could have changed.
+// Whoever starts a job gives it one of these. Start, Step and Wait let pending events run, so any handler may
+// run inside them: a caller trusts nothing afterwards that an event could have changed.
 class Progress
 {
 public:
@@ -22,6 +22,9 @@ public:
 
     // `value` items are done.
     virtual void ProgressStep(std::int32_t value, const QString &text) = 0;
+
+    // Gives the time to others until an event has come, for a job that can do nothing before.
+    virtual void ProgressWait() = 0;
 
     // The job is over: value 0, maximum 1, no text.
     virtual void ProgressClear() = 0;

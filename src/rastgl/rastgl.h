@@ -175,6 +175,26 @@ RASTGL_API void VTGR_AlphaIndexed_AlphaDrawRGBA_16(uint8_t *destination, int32_t
 RASTGL_API void VTGR_F5_DrawRGBA(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 RASTGL_API void VTGR_F6_DrawRGBA(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 
+// --- ZL blocks
+// ------------------------------------------------------------------------------------------------
+//
+// A block is a tag, the unpacked length (signed 32-bit, little-endian) and a zlib stream (RFC 1950).
+
+// Writes the block "ZL01" (Compress) or "ZL02" (Compress2) of the source and gives the length of its stream,
+// which begins 8 bytes behind `target`; 0 when it does not fit. `capacity` counts all bytes of the target;
+// Compress2's has room for 20 bytes and 1 % more than the source.
+RASTGL_API int32_t VTGF_ZLib_Compress(uint8_t *target, const int32_t *capacity, const uint8_t *source,
+                                      const int32_t *length);
+RASTGL_API int32_t VTGF_ZLib_Compress2(uint8_t *target, const uint8_t *source, const int32_t *length);
+
+// Expands the stream of the block into at most `capacity` bytes and gives their number. Tag and unpacked
+// length are not looked at; bytes behind the stream do no harm. A damaged stream, and one that holds more,
+// give 0: the target then has what came out before, and zeroes up to its capacity.
+RASTGL_API int32_t VTGF_ZLib_UnCompress(uint8_t *target, const int32_t *capacity, const uint8_t *block,
+                                        const int32_t *length);
+RASTGL_API int32_t VTGF_ZLib_UnCompress2(uint8_t *target, const int32_t *capacity, const uint8_t *block,
+                                         const int32_t *length);
+
 // The names of all functions above, for the one place that resolves them.
 #define RASTGL_FUNCTIONS(X)                                                                                  \
     X(VTGF_Read_PNG)                                                                                         \
@@ -217,4 +237,8 @@ RASTGL_API void VTGR_F6_DrawRGBA(uint8_t *destination, int32_t pitch, const uint
     X(VTGR_AlphaIndexed_DrawRGBA_16)                                                                         \
     X(VTGR_AlphaIndexed_AlphaDrawRGBA_16)                                                                    \
     X(VTGR_F5_DrawRGBA)                                                                                      \
-    X(VTGR_F6_DrawRGBA)
+    X(VTGR_F6_DrawRGBA)                                                                                      \
+    X(VTGF_ZLib_Compress)                                                                                    \
+    X(VTGF_ZLib_Compress2)                                                                                   \
+    X(VTGF_ZLib_UnCompress)                                                                                  \
+    X(VTGF_ZLib_UnCompress2)

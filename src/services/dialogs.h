@@ -1,6 +1,8 @@
 // Everything the program asks or tells in a box of its own. Pages get it handed, so that tests can answer.
 #pragma once
 
+#include "platform/fileio.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -17,6 +19,16 @@ public:
     // A message box with the critical-stop icon and one button.
     virtual void Error(const QString &text, const QString &title) = 0;
 
+    // A box with the question icon: True for Yes.
+    virtual bool Question(const QString &text, const QString &title) = 0;
+
+    // Let the user choose a file or folder; empty when cancelled. Paths are those of the program. `filter` is
+    // "name|*.ext", or several of them parted by "|"; `path` is the name proposed, with or without a folder. A
+    // name typed without an extension gets that of the filter when it is to be saved.
+    virtual QString OpenFile(const QString &filter, const QString &path) = 0;
+    virtual QString SaveFile(const QString &filter, const QString &path) = 0;
+    virtual QString ChooseFolder(const QString &prompt, const QString &path) = 0;
+
     // Lets the user choose a colour, starting at `colour`; nothing when cancelled. Platform colour values:
     // red in the low byte.
     virtual std::optional<std::int32_t> ChooseColour(std::int32_t colour) = 0;
@@ -24,5 +36,13 @@ public:
 
 // The title of every box that reports an error.
 inline const QString ErrorTitle = QStringLiteral("Error");
+// The title of boxes that have none of their own.
+inline const QString DefaultTitle = QStringLiteral("Workbench");
+
+// What an error box says of a file error; empty for one that has no text.
+QString FileErrorText(FileError error);
+
+// Shows that in a box. False, with no box, when it has no text.
+bool ReportFileError(Dialogs &dialogs, FileError error);
 
 } // namespace wb

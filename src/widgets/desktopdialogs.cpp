@@ -2,15 +2,68 @@
 
 #include "widgets/colour.h"
 
+#include "common/paths.h"
+#include "platform/nativepath.h"
+
 #include <QColorDialog>
+#include <QFile>
+#include <QFileDialog>
 #include <QMessageBox>
+#include <QRegularExpression>
 
 namespace wb
 {
 
+namespace
+{
+
+QString ToDialog(const QString &path)
+{
+    return QFile::decodeName(ToNativePath(path).c_str());
+}
+
+QString FromDialog(const QString &path)
+{
+    return path.isEmpty() ? QString() : FromNativePath(QFile::encodeName(path).toStdString());
+}
+
+// "name|*.ext|name|*.ext" in the toolkit's own form.
+QString NameFilters(const QString &filter)
+{
+    const QStringList parts = filter.split(u'|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters << QString(parts[i]).remove(QRegularExpression(QStringLiteral(" ?\\(.*\\)$"))) +
+                       QStringLiteral(" (%1)").arg(QString(parts[i + 1]).replace(u';', u' '));
+    return filters.join(QStringLiteral(";;"));
+}
+
+} // namespace
+
 void DesktopDialogs::Error(const QString &text, const QString &title)
 {
     QMessageBox::critical(m_owner, title, text);
+}
+
+bool DesktopDialogs::Question(const QString &text, const QString &title)
+{
+    return QMessageBox::question(m_owner, title, text) == QMessageBox::Yes;
+}
+
+QString DesktopDialogs::OpenFile(const QString &filter, const QString &path)
+{
+    return FromDialog(QFileDialog::getOpenFileName(m_owner, {}, ToDialog(path), NameFilters(filter)));
+}
+
+QString DesktopDialogs::SaveFile(const QString &filter, const QString &path)
+{
+    // The pages ask themselves before they replace a file.
+    return FromDialog(QFileDialog::getSaveFileName(m_owner, {}, ToDialog(path), NameFilters(filter)));
+}
+
+QString DesktopDialogs::ChooseFolder(const QString &prompt, const QString &path)
+{
+    return FromDialog(QFileDialog::getExistingDirectory(m_owner, prompt.trimmed(), ToDialog(path)));
 }
 
 std::optional<std::int32_t> DesktopDialogs::ChooseColour(std::int32_t colour)

@@ -26,6 +26,7 @@ public:
     {
         EXPECT_TRUE(expectedErrors.empty()) << "an error box did not come";
         EXPECT_TRUE(colours.empty()) << "a colour was not asked for";
+        EXPECT_TRUE(answers.empty()) << "not asked: " << answers.front().asked.toStdString();
     }
 
     void Error(const QString &text, const QString &title) override
@@ -36,6 +37,21 @@ public:
         if (behindBox)
             behindBox();
     }
+
+    // What a question, a file dialog or a folder dialog asks, and what it gets: "yes" or a path.
+    struct Answer {
+        QString asked; // the text of the question, the filter, the prompt
+        QString path;  // what is proposed; a question's title
+        QString given;
+    };
+
+    bool Question(const QString &text, const QString &title) override
+    {
+        return Take(text, title) == QStringLiteral("yes");
+    }
+    QString OpenFile(const QString &filter, const QString &path) override { return Take(filter, path); }
+    QString SaveFile(const QString &filter, const QString &path) override { return Take(filter, path); }
+    QString ChooseFolder(const QString &prompt, const QString &path) override { return Take(prompt, path); }
 
     std::optional<std::int32_t> ChooseColour(std::int32_t colour) override
     {
@@ -50,9 +66,24 @@ public:
     }
 
     std::deque<Box> expectedErrors;
+    std::deque<Answer> answers;
     std::deque<std::optional<std::int32_t>> colours;
     std::vector<std::int32_t> askedColours;
     std::function<void()> behindBox; // what happens while an error box is open
+
+private:
+    QString Take(const QString &asked, const QString &path)
+    {
+        if (answers.empty()) {
+            ADD_FAILURE() << "unexpected question: " << asked.toStdString();
+            return {};
+        }
+        const Answer answer = answers.front();
+        answers.pop_front();
+        EXPECT_EQ(answer.asked, asked);
+        EXPECT_EQ(answer.path, path) << asked.toStdString();
+        return answer.given;
+    }
 };
 
 } // namespace wb

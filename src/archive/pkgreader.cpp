@@ -1,0 +1,166 @@
+#include "archive/pkgreader.h"
+
+#include "archive/zlblock.h"
+#include "common/bytes.h"
+#include "platform/nativepath.h"
+
+#include <algorithm>
+#include <array>
+
+namespace wb
+{
+
+namespace
+{
+
+constexpr qsizetype LongestPath = 4096; // a walk goes no deeper, however deep the folders lie
+
+std::int64_t RecordsIn(std::int64_t bytes)
+{
+    return std::max<std::int64_t>(bytes, 0) / PkgRecordSize;
+}
+
+PkgEntry ReadRecord(ByteView record, const QString &folder)
+{
+    ByteReader reader(record);
+    PkgEntry entry;
+    entry.Folder = folder;
+    entry.PackedSize = reader.Long();
+    entry.Size = reader.Long();
+    reader.Take(PkgNameSize);
+    entry.Name = PkgReadName(reader.Take(PkgNameSize));
+    entry.Type = reader.Long();
+    reader.Take(12);
+    entry.Offset = reader.Long();
+    return entry;
+}
+
+// The number of records of the directory at `position`, as many as the file can hold there.
+std::int32_t RecordCount(const PkgArchive &archive, std::int32_t position)
+{
+    std::array<std::uint8_t, PkgDirectoryHeaderSize> header = {};
+    if (position < 0 || archive.File.ReadAt(position, header) < header.size())
+        return 0;
+    const std::int64_t fitting = RecordsIn(archive.File.Size() - position - PkgDirectoryHeaderSize);
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(GetLong(header, 4), 0, fitting));
+}
+
+PkgEntryList ReadRecords(const PkgArchive &archive, std::int32_t position, std::int64_t count,
+                         const QString &folder)
+{
+    ByteArray bytes(std::size_t(count * PkgRecordSize));
+    bytes.resize(archive.File.ReadAt(std::int64_t(position) + PkgDirectoryHeaderSize, bytes));
+    PkgEntryList list;
+    list.reserve(std::size_t(count));
+    for (std::size_t start = 0; start + PkgRecordSize <= bytes.size(); start += PkgRecordSize) {
+        PkgEntry entry = ReadRecord(ByteView(bytes).subspan(start, PkgRecordSize), folder);
+        if (entry.Type >= PkgStored && entry.Type <= PkgFolder)
+            list.push_back(std::move(entry));
+    }
+    return list;
+}
+
+void ReadBranch(PkgWalk &walk, PkgEntryList &tree, std::int32_t position, const QString &folder)
+{
+    const std::size_t first = tree.size();
+    std::ranges::move(walk.Enter(position, folder), std::back_inserter(tree));
+    const std::size_t end = tree.size();
+    for (std::size_t i = first; i < end; ++i)
+        if (tree[i].Type == PkgFolder)
+            ReadBranch(walk, tree, tree[i].Offset, tree[i].FullPath() + u'\\');
+}
+
+} // namespace
+
+PkgHandle PkgOpenRead(const QString &path, FileError &error)
+{
+    auto archive = std::make_shared<PkgArchive>();
+    error = archive->File.Open(ToNativePath(path));
+    if (error != FileError::None)
+        return nullptr;
+    std::array<std::uint8_t, PkgHeaderSize> header = {};
+    archive->File.ReadAt(0, header);
+    archive->RootOffset = GetLong(header, 0);
+    return archive;
+}
+
+PkgEntryList PkgReadDirectory(const PkgArchive &archive, std::int32_t position, const QString &folder)
+{
+    return ReadRecords(archive, position, RecordCount(archive, position), folder);
+}
+
+PkgWalk::PkgWalk(const PkgArchive &archive)
+    : m_archive(archive), m_recordsLeft(RecordsIn(archive.File.Size()))
+{
+}
+
+PkgEntryList PkgWalk::Enter(std::int32_t position, const QString &folder)
+{
+    if (folder.size() > LongestPath || !m_entered.insert(position).second)
+        return {};
+    const std::int64_t count = std::min<std::int64_t>(RecordCount(m_archive, position), m_recordsLeft);
+    m_recordsLeft -= count;
+    return ReadRecords(m_archive, position, count, folder);
+}
+
+PkgEntryList PkgReadTree(const PkgArchive &archive, std::int32_t position)
+{
+    PkgWalk walk(archive);
+    PkgEntryList tree;
+    ReadBranch(walk, tree, position, {});
+    return tree;
+}
+
+PkgEntryList PkgListFolder(const PkgEntryList &tree, const QString &folder)
+{
+    QString prefix = folder == QStringLiteral("\\") ? QString() : folder;
+    if (!prefix.isEmpty() && !prefix.endsWith(u'\\'))
+        prefix += u'\\';
+    const auto isInside = [&prefix](const PkgEntry &entry) {
+        return entry.Folder.compare(prefix, Qt::CaseInsensitive) == 0;
+    };
+    const auto first = std::ranges::find_if(tree, isInside);
+    const auto last = std::find_if_not(first, tree.end(), isInside);
+
+    struct Keyed {
+        QString key;
+        const PkgEntry *entry;
+    };
+    std::vector<Keyed> sorted;
+    sorted.reserve(std::size_t(last - first));
+    for (auto entry = first; entry != last; ++entry)
+        sorted.push_back({entry->Name.toUpper(), &*entry});
+    std::ranges::stable_sort(sorted, [](const Keyed &left, const Keyed &right) {
+        const bool isFolder = left.entry->Type == PkgFolder;
+        return isFolder != (right.entry->Type == PkgFolder) ? isFolder : left.key < right.key;
+    });
+    PkgEntryList list;
+    list.reserve(sorted.size());
+    std::ranges::transform(sorted, std::back_inserter(list), [](const Keyed &keyed) { return *keyed.entry; });
+    return list;
+}
+
+bool PkgReadEntryData(const PkgArchive &archive, ByteArray &data, const PkgEntry &entry)
+{
+    if (entry.Type == PkgPacked)
+        return ZlChunkStreamUnpack(archive.File, data, entry.Offset, entry.Size);
+    if (entry.Type != PkgStored || entry.Size <= 0)
+        return entry.Size == 0;
+    const std::int64_t start = std::int64_t(entry.Offset) + 4;
+    const std::int64_t there = entry.Offset < 0 ? 0 : archive.File.Size() - start;
+    data.resize(std::size_t(std::clamp<std::int64_t>(there, 0, entry.Size)));
+    data.resize(archive.File.ReadAt(start, data));
+    return data.size() == std::size_t(entry.Size);
+}
+
+bool IsSafeEntryName(const QString &name)
+{
+    const auto isForbidden = [](QChar character) {
+        return character == u'\\' || character == u'/' || character == u':' ||
+               character.category() == QChar::Other_Control;
+    };
+    return !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..") &&
+           std::ranges::none_of(name, isForbidden);
+}
+
+} // namespace wb
