@@ -35,11 +35,12 @@ PkgEntry ReadRecord(ByteView record, const QString &folder)
     return entry;
 }
 
-// The number of records of the directory at `position`, as many as the file can hold there.
+// The number of records of the directory at `position`, as many as the file can hold there. An aborted job
+// leaves folders at 0, inside the file's header.
 std::int32_t RecordCount(const PkgArchive &archive, std::int32_t position)
 {
     std::array<std::uint8_t, PkgDirectoryHeaderSize> header = {};
-    if (position < 0 || archive.File.ReadAt(position, header) < header.size())
+    if (position < PkgHeaderSize || archive.File.ReadAt(position, header) < header.size())
         return 0;
     const std::int64_t fitting = RecordsIn(archive.File.Size() - position - PkgDirectoryHeaderSize);
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(GetLong(header, 4), 0, fitting));
