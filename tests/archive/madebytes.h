@@ -2,7 +2,6 @@
 #pragma once
 
 #include "common/bytes.h"
-#include "platform/fileio.h"
 #include "support/table.h"
 #include "support/tempfolder.h"
 
@@ -58,15 +57,6 @@ inline ByteArray ReadHex(const std::string &name)
         }
     }
     return bytes;
-}
-
-// The bytes as a file, open for reading.
-inline InputFile OpenMade(const TempFolder &folder, ByteView bytes)
-{
-    folder.Put("made", TextOf(bytes));
-    InputFile file;
-    file.Open(folder.Native("made"));
-    return file;
 }
 
 } // namespace wb::test
