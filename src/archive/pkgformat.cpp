@@ -61,6 +61,16 @@ QString PkgWrittenName(const QString &name)
     return PkgReadName(NameBytes(name));
 }
 
+bool IsSafeEntryName(const QString &name)
+{
+    const auto isForbidden = [](QChar character) {
+        return character == u'\\' || character == u'/' || character == u':' ||
+               character.category() == QChar::Other_Control;
+    };
+    return !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..") &&
+           std::ranges::none_of(name, isForbidden);
+}
+
 ByteArray PkgDirectoryBytes(const PkgEntryList &list)
 {
     ByteArray bytes;

@@ -164,14 +164,4 @@ bool PkgReadEntryData(const PkgArchive &archive, ByteArray &data, const PkgEntry
     }
 }
 
-bool IsSafeEntryName(const QString &name)
-{
-    const auto isForbidden = [](QChar character) {
-        return character == u'\\' || character == u'/' || character == u':' ||
-               character.category() == QChar::Other_Control;
-    };
-    return !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..") &&
-           std::ranges::none_of(name, isForbidden);
-}
-
 } // namespace wb
