@@ -53,7 +53,7 @@ protected:
     std::string Log() const { return (lines + QStringList{lastText, {}}).join(u'\n').toStdString(); }
 
     // What a table lists, and what comes back of it.
-    Tree MakeFiles(const std::string &table) const
+    Tree MakeFiles(const std::string &table = "archive/smalltreefiles.txt") const
     {
         Tree tree;
         for (const TableRow &row : ReadTable(table, 3)) {
@@ -83,8 +83,7 @@ protected:
         FileError error = {};
         const PkgHandle archive = PkgOpenRead(packing.ArchivePath, error);
         for (const PkgEntry &entry : PkgReadTree(*archive, 4)) {
-            ByteArray data = {'/'};
-            data.resize(entry.Type == PkgFolder ? 1 : 0);
+            ByteArray data(entry.Type == PkgFolder ? 1 : 0, '/');
             EXPECT_TRUE(PkgReadEntryData(*archive, data, entry));
             EXPECT_TRUE(entry.Offset > 0 || (entry.Size == 0 && entry.PackedSize == 0));
             if (entry.Offset > 0)
@@ -104,11 +103,9 @@ protected:
     QString lastText;
 };
 
-const std::string SmallTree = "archive/smalltreefiles.txt";
-
 TEST_F(Jobs, PackAndUnpackASmallTree)
 {
-    const Tree tree = MakeFiles(SmallTree);
+    const Tree tree = MakeFiles();
     onEvent = [&](int event) { event == 9 || event == 12 ? running->TogglePause() : void(); };
     EXPECT_EQ(JobEnd::Done, Pack());
     EXPECT_EQ(tree, ArchiveTree());
@@ -133,15 +130,14 @@ TEST_F(Jobs, GiveTheSameBytesWithAnyNumberOfThreads)
         for (const std::size_t size : {0, 1, 127, 128, 65536, 65537, 200'000})
             folder.Put(name + std::to_string(size) + "ф?*.gi", letters.substr(0, size));
     }
-    std::string first[2];
+    std::string first;
     for (const int threads : {1, 2, 4, 4, -4}) {
         packing.StoreOnly = threads < 0;
         EXPECT_EQ(JobEnd::Done, Pack(std::abs(threads)));
         EXPECT_EQ(packing.StoreOnly, lines.filter(u"ZL02"_s).isEmpty());
         EXPECT_EQ(packing.StoreOnly, lines.contains(u"Итог сжатия: 100%"_s));
-        std::string &bytes = first[packing.StoreOnly];
-        bytes = bytes.empty() ? folder.Get("made.pkg") : bytes;
-        EXPECT_TRUE(bytes == folder.Get("made.pkg")) << threads;
+        first = first.empty() ? folder.Get("made.pkg") : first;
+        EXPECT_NE(packing.StoreOnly, first == folder.Get("made.pkg")) << threads;
         EXPECT_EQ(JobEnd::Done, Unpack());
         EXPECT_EQ(TreeOf("tree"), TreeOf("out")) << threads;
         Remove("out");
@@ -152,7 +148,7 @@ TEST_F(Jobs, TellHowTheyEnd)
 {
     MakeFiles("archive/targetfiles.txt");
     folder.MakePipe("pipe");
-    MakeFiles(SmallTree);
+    MakeFiles();
     Pack();
     for (const TableRow &row : ReadTable("archive/jobends.txt", 5)) {
         const auto text = [&](std::size_t field) { return row.Text(field).replace(u'@', folder.Path()); };
@@ -169,17 +165,16 @@ TEST_F(Jobs, TellHowTheyEnd)
 // What was written before is whole, and the log tells just of that.
 TEST_F(Jobs, EndWhereTheyAreAborted)
 {
-    const Tree tree = MakeFiles(SmallTree);
+    const Tree tree = MakeFiles();
     int at = 0;
     QStringList linesThen;
     onEvent = [&](int event) {
         linesThen = event == at + 1 ? lines : linesThen;
         if (event == at)
             running->TogglePause();
-        if (event == at + 4) {
-            EXPECT_EQ(linesThen, lines) << at << ": it waits";
+        else if (event == at + 4)
             running->Abort();
-        }
+        EXPECT_TRUE(event <= at || event > at + 4 || lines == linesThen) << at << ": it waits";
     };
     for (const bool isPacking : {true, false}) {
         JobEnd end = JobEnd::Aborted;
@@ -198,7 +193,7 @@ TEST_F(Jobs, EndWhereTheyAreAborted)
 
 TEST_F(Jobs, LoseAnOlderArchiveOnlyToAWholeOne)
 {
-    MakeFiles(SmallTree);
+    MakeFiles();
     folder.Put("made.pkg", "older");
     for (const rlim_t room : {0, 3, 1000, 1300, 1484})
         OnAFullDisk(room, [&] {
@@ -239,7 +234,7 @@ TEST_F(Jobs, TellOfNamesThatAnArchiveDoesNotKeep)
 
 TEST_F(Jobs, UnpackAnythingWithinTheTarget)
 {
-    const Tree tree = MakeFiles(SmallTree);
+    const Tree tree = MakeFiles();
     Pack();
     const std::string whole = folder.Get("made.pkg");
     std::minstd_rand random(1);

@@ -40,15 +40,10 @@ PkgHandle Open(ByteView bytes)
     return PkgOpenRead(folder.Path(u"made"_s), error);
 }
 
-PkgEntryList Walk(ByteView bytes)
-{
-    return PkgReadTree(*Open(bytes), 4);
-}
-
 TEST(PkgReader, WalksAndListsAnyDirectories)
 {
     for (const TableRow &row : ReadTable("archive/pkgtrees.txt", 4)) {
-        const PkgEntryList tree = Walk(MakeDirectories(row.Text(1)));
+        const PkgEntryList tree = PkgReadTree(*Open(MakeDirectories(row.Text(1))), 4);
         QStringList paths;
         for (const PkgEntry &entry : row.fields[2] == "*" ? tree : PkgListFolder(tree, row.Text(2)))
             paths.push_back(entry.FullPath());
@@ -81,8 +76,9 @@ TEST(PkgReader, WalksInProportionToTheFile)
         deep.push_back(u"%1: d/3/%2"_s.arg(4 + 170 * i).arg(174 + 170 * i));
     for (int i = 1; i <= 10'000; ++i)
         overlapping.push_back(u"d/3/%1"_s.arg(4 + 158 * i));
-    EXPECT_EQ(2049U, Walk(MakeDirectories(deep.join(u';'))).size());
-    EXPECT_EQ(10'000U, Walk(MakeDirectories(u"4:"_s + overlapping.join(u' '))).size());
+    EXPECT_EQ(2049U, PkgReadTree(*Open(MakeDirectories(deep.join(u';'))), 4).size());
+    const PkgHandle archive = Open(MakeDirectories(u"4:"_s + overlapping.join(u' ')));
+    EXPECT_EQ(10'000U, PkgReadTree(*archive, 4).size());
 }
 
 } // namespace
