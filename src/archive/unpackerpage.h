@@ -1,0 +1,46 @@
+// The "PKG UnPacker" page: extracts an archive into a folder.
+#pragma once
+
+#include "archive/unpackjob.h"
+#include "services/dialogs.h"
+#include "services/settings.h"
+#include "widgets/page.h"
+
+namespace wb
+{
+
+class JobPanel;
+class PathBox;
+
+class UnpackerPage : public Page
+{
+    Q_OBJECT
+
+public:
+    UnpackerPage(Settings &settings, Dialogs &dialogs, UnpackJob &job, QWidget *parent);
+
+    void ApplySettings() override;
+    bool IsBusy() const override { return m_job.IsBusy(); }
+    void Abort() override { m_job.Abort(); }
+
+    void SetPaths(const QString &archive, const QString &folder);
+
+    // Extracts the folder of an open archive whose directory is at `startOffset` into `target`, showing the
+    // job on this page; `logPrefix` stands in front of every path in the log. Returns when the job has ended;
+    // does nothing while another one runs.
+    void ExtractFolder(const PkgHandle &archive, const QString &target, std::int32_t startOffset,
+                       const QString &logPrefix);
+
+private:
+    void ChooseArchive();
+    void ChooseFolder();
+    void Run(const UnpackOrder &order);
+
+    Dialogs &m_dialogs;
+    UnpackJob &m_job;
+    PathBox *txtUnPack_FileName;
+    PathBox *txtUnPack_Folder;
+    JobPanel *m_panel;
+};
+
+} // namespace wb
