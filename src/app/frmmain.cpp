@@ -214,6 +214,17 @@ void frmMain::ScrollByWheel(const QWheelEvent &event)
     m_viewer->ScrollList(-m_wheel.Step(event) * RowsPerNotch);
 }
 
+void frmMain::closeEvent(QCloseEvent *event)
+{
+    if (IsBusy()) {
+        event->ignore();
+        AbortJobs();
+    } else {
+        Shutdown();
+        event->accept();
+    }
+}
+
 bool frmMain::IsBusy() const
 {
     for (int i = 0; i < PageCount; ++i)
@@ -222,21 +233,15 @@ bool frmMain::IsBusy() const
     return false;
 }
 
-// A job runs in a handler of this window, which must not go before that has returned.
-void frmMain::closeEvent(QCloseEvent *event)
+// A job runs in a handler of this window, which so must not go before the job has returned.
+void frmMain::AbortJobs()
 {
-    if (IsBusy()) {
-        m_isClosing = true;
-        m_abort.Set();
-        m_pageButtons->setEnabled(false);
-        m_pages->setEnabled(false); // nothing new begins
-        for (int i = 0; i < PageCount; ++i)
-            PageAt(i)->Abort();
-        event->ignore();
-        return;
-    }
-    Shutdown();
-    event->accept();
+    m_isClosing = true;
+    m_abort.Set();
+    m_pageButtons->setEnabled(false); // nothing new begins
+    m_pages->setEnabled(false);
+    for (int i = 0; i < PageCount; ++i)
+        PageAt(i)->Abort();
 }
 
 void frmMain::CloseWhenIdle()

@@ -61,6 +61,7 @@ private:
     void CheckFocus();
     void ScrollByWheel(const QWheelEvent &event);
     bool IsBusy() const;
+    void AbortJobs();
     void CloseWhenIdle();
     void Shutdown();
     Page *PageAt(int page) const;

@@ -55,6 +55,7 @@ JobLog::JobLog(const QString &name, QWidget *parent)
     : ListBox(name, parent), m_lines(std::make_shared<Lines>()),
       m_errorPicture(QStringLiteral(":/buttons/error.png"))
 {
+    setIconSize(QSize(16, 16));
     // Texts begin at the same place with and without a picture.
     QPixmap none(iconSize());
     none.fill(Qt::transparent);

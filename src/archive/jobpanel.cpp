@@ -5,10 +5,13 @@
 #include "widgets/elidedlabel.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace wb
 {
@@ -41,9 +44,9 @@ JobPanel::JobPanel(const Texts &texts, QWidget *form, ArchiveJob &job, Dialogs &
     column->setSpacing(12);
     column->addWidget(MakeCard(texts.Title));
     column->addWidget(m_log, 1);
+    m_start->setProperty("primary", true);
     m_log->setAccessibleName(tr("Журнал"));
 
-    tmrNews.setInterval(NewsInterval);
     connect(&tmrNews, &QTimer::timeout, this, &JobPanel::ShowNews);
     connect(m_start, &QPushButton::clicked, this, &JobPanel::StartOrAbort);
     connect(m_pause, &QPushButton::clicked, this, &JobPanel::TogglePause);
@@ -85,6 +88,7 @@ void JobPanel::Run(const std::function<JobEnd(const JobReport &)> &run)
     if (m_job.IsBusy())
         return;
     m_log->Clear();
+    ShowNews();
     ShowState(true);
     tmrNews.start();
     const JobEnd end = run({
@@ -100,10 +104,14 @@ void JobPanel::Run(const std::function<JobEnd(const JobReport &)> &run)
     Q_EMIT Idle();
 }
 
+// However long the log gets, showing it takes a tenth of the job's time at most.
 void JobPanel::ShowNews()
 {
+    QElapsedTimer taken;
+    taken.start();
     m_work->setText(DisplayName(m_workPath));
     m_log->ShowNews();
+    tmrNews.setInterval(std::max(NewsInterval, 10 * int(taken.elapsed())));
 }
 
 void JobPanel::ShowState(bool isBusy)
