@@ -246,7 +246,7 @@ void frmMain::AbortJobs()
 
 void frmMain::CloseWhenIdle()
 {
-    if (m_isClosing && !IsBusy())
+    if (m_isClosing)
         QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
 }
 
