@@ -4,6 +4,7 @@
 #include "viewer/browser.h"
 #include "viewer/display.h"
 #include "viewer/documentloader.h"
+#include "viewer/folderpane.h"
 
 #include <QAbstractButton>
 #include <QSplitter>
@@ -61,7 +62,7 @@ ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, c
     column->setContentsMargins(12, 12, 12, 10);
     column->addWidget(halves);
 
-    connect(m_browser, &Browser::FileSelected, this, &ViewerPage::FileSelected);
+    connect(&m_browser->Folders(), &FolderPane::FileSelected, this, &ViewerPage::FileSelected);
     connect(m_browser, &Browser::KeyPress, this, &ViewerPage::PressKey);
     connect(m_browser, &Browser::ViewDoubleClicked, this, [this](Browser::View view) {
         if (view == Browser::Records)
@@ -76,7 +77,7 @@ ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, c
 void ViewerPage::ApplySettings()
 {
     Redraw();
-    m_browser->SetPath(m_settings.Dir);
+    m_browser->Folders().SetPath(m_settings.Dir);
 }
 
 void ViewerPage::Redraw()
@@ -106,8 +107,8 @@ void ViewerPage::showEvent(QShowEvent *)
 
 void ViewerPage::OpenNamed(const QString &folder, const QString &name)
 {
-    m_browser->SetPath(folder);
-    m_browser->SelectFile(name);
+    m_browser->Folders().SetPath(folder);
+    m_browser->Folders().OpenNamed(name);
 }
 
 void ViewerPage::OpenInViewer(const QString &path)
@@ -123,10 +124,8 @@ void ViewerPage::FileSelected(const QString &path)
 
 void ViewerPage::FileDropped(const QString &path)
 {
-    if (!FileExists(path))
-        return;
-    OpenInViewer(path);
-    m_browser->DeselectOther(path);
+    if (FileExists(path))
+        OpenInViewer(path);
 }
 
 void ViewerPage::PressKey(QChar character)
