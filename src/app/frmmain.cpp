@@ -42,7 +42,7 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_dialogs(dialogs),
       m_settingsPath(std::move(settingsPath)), m_settings(LoadSettings(m_settingsPath)),
       m_caption(new CaptionBar(m_res, QStringLiteral("Workbench"), this)), m_pageButtons(new QWidget(this)),
-      m_pages(new QStackedWidget(this)), m_status(new StatusStrip(this))
+      m_pages(new QStackedWidget(this)), m_status(new StatusStrip(this)), m_unpackJob(*m_status)
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Workbench"));
@@ -105,7 +105,7 @@ QWidget *frmMain::MakePageButtons()
 
 void frmMain::MakePages()
 {
-    m_viewer = new ViewerPage(m_settings, m_dialogs, m_abort, m_res, m_pages);
+    m_viewer = new ViewerPage(m_settings, m_dialogs, m_abort, m_res, m_unpackJob, m_pages);
     m_options = new OptionsPage(m_settings, m_dialogs, m_pages);
     for (int i = 0; i < PageCount; ++i) {
         Page *page = nullptr;

@@ -1,6 +1,7 @@
 // The borderless main window: title bar, page buttons, the pages, and the strip below.
 #pragma once
 
+#include "archive/unpackjob.h"
 #include "platform/desktop/notificationicon.h"
 #include "platform/desktop/wheelnotches.h"
 #include "services/abortflag.h"
@@ -72,6 +73,7 @@ private:
     QWidget *m_pageButtons;
     QStackedWidget *m_pages;
     StatusStrip *m_status;
+    UnpackJob m_unpackJob;
     std::array<QPushButton *, PageCount> cmdPage{};
     ViewerPage *m_viewer = nullptr;
     OptionsPage *m_options = nullptr;

@@ -60,6 +60,12 @@ PkgEntryList ReadRecords(const PkgArchive &archive, std::int32_t position, std::
     return list;
 }
 
+bool IsUnsafe(QChar character)
+{
+    return character == u'\\' || character == u'/' || character == u':' ||
+           character.category() == QChar::Other_Control;
+}
+
 void ReadBranch(PkgWalk &walk, PkgEntryList &tree, std::int32_t position, const QString &folder)
 {
     const std::size_t first = tree.size();
@@ -155,12 +161,14 @@ bool PkgReadEntryData(const PkgArchive &archive, ByteArray &data, const PkgEntry
 
 bool IsSafeEntryName(const QString &name)
 {
-    const auto isForbidden = [](QChar character) {
-        return character == u'\\' || character == u'/' || character == u':' ||
-               character.category() == QChar::Other_Control;
-    };
     return !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..") &&
-           std::ranges::none_of(name, isForbidden);
+           std::ranges::none_of(name, IsUnsafe);
+}
+
+QString SafeEntryName(QString name)
+{
+    std::ranges::replace_if(name, IsUnsafe, QChar(u'_'));
+    return IsSafeEntryName(name) ? name : QStringLiteral("_");
 }
 
 } // namespace wb

@@ -1,11 +1,14 @@
 #include "viewer/browser.h"
 
+#include "common/paths.h"
+#include "viewer/archivepane.h"
 #include "viewer/folderpane.h"
 #include "widgets/listicons.h"
 #include "widgets/picturebutton.h"
 
 #include <QButtonGroup>
 #include <QEvent>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -18,20 +21,26 @@ namespace wb
 Browser::Browser(Settings &settings, const frmRes &res, QWidget *parent)
     : QWidget(parent),
       cmdRoot(new PictureButton(QStringLiteral("cmdRoot"), res.imgRoot, tr("В корень (\\)"), this)),
-      cmdSub(new PictureButton(QStringLiteral("cmdSub"), res.imgUp, tr("На уровень вверх"), this)),
+      cmdSub(
+          new PictureButton(QStringLiteral("cmdSub"), res.imgUp, tr("На уровень вверх (Backspace)"), this)),
+      cmdPacker(
+          new PictureButton(QStringLiteral("cmdPacker"), res.imgPacker, tr("Запаковать папку (P)"), this)),
+      cmdUnPacker(new PictureButton(QStringLiteral("cmdUnPacker"), res.imgUnPacker,
+                                    tr("Распаковать архив (U)"), this)),
+      cmdExtract(new PictureButton(QStringLiteral("cmdExtract"), res.imgExtract, tr("Извлечь (E)"), this)),
       txtPath(new QLineEdit(this)), lblFiles(new QLabel(this))
 {
     txtPath->setObjectName(QStringLiteral("txtPath"));
     lblFiles->setObjectName(QStringLiteral("lblFiles"));
     const std::vector<QIcon> icons = LoadListIcons();
     m_folders = new FolderPane(settings, icons, this);
-    m_panes = {m_folders, new BrowserPane(new ListBox(QStringLiteral("lstPKG"), this)),
-               new BrowserPane(new ListBox(QStringLiteral("lstDAT"), this))};
+    m_entries = new ArchivePane(icons, this);
+    m_panes = {m_folders, m_entries, new BrowserPane(new ListBox(QStringLiteral("lstDAT"), this))};
 
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
-    column->addWidget(MakeViewButtons());
+    column->addWidget(MakeTopRow());
     column->addWidget(MakeNavigation());
     for (BrowserPane *pane : m_panes) {
         column->addWidget(pane->List(), 1);
@@ -44,7 +53,42 @@ Browser::Browser(Settings &settings, const frmRes &res, QWidget *parent)
         });
     }
     column->addWidget(lblFiles);
+
+    connect(m_entries, &ArchivePane::Left, this, [this] { SetView(Files); });
+    connect(cmdPacker, &QToolButton::clicked, this, &Browser::WantPacker);
+    connect(cmdUnPacker, &QToolButton::clicked, this, &Browser::WantUnpacker);
+    connect(cmdExtract, &QToolButton::clicked, this, &Browser::ExtractWanted);
     OrderTabs();
+    UpdateButtons();
+}
+
+QWidget *Browser::MakeTopRow()
+{
+    auto *bar = new QWidget(this);
+    auto *row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(8);
+    row->addWidget(MakeViewButtons(), 1);
+    row->addWidget(MakeArchiveButtons());
+    return bar;
+}
+
+// The buttons come and go with what is selected, so each keeps its place: no other one moves under the mouse.
+QWidget *Browser::MakeArchiveButtons()
+{
+    auto *bar = new QWidget(this);
+    auto *cells = new QGridLayout(bar);
+    cells->setContentsMargins(0, 0, 0, 0);
+    cells->setSpacing(4);
+    cells->addWidget(cmdUnPacker, 0, 0);
+    cells->addWidget(cmdPacker, 0, 1);
+    cells->addWidget(cmdExtract, 0, 1); // never in view together with the other
+    for (PictureButton *button : {cmdUnPacker, cmdPacker}) {
+        QSizePolicy policy = button->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        button->setSizePolicy(policy);
+    }
+    return bar;
 }
 
 QWidget *Browser::MakeViewButtons()
@@ -137,6 +181,37 @@ void Browser::ShowTexts()
 {
     txtPath->setText(CurrentPane()->PathText());
     lblFiles->setText(CurrentPane()->CountText());
+    UpdateButtons();
+}
+
+void Browser::SetBusy(bool busy)
+{
+    m_busy = busy;
+    UpdateButtons();
+}
+
+void Browser::UpdateButtons()
+{
+    cmdPacker->setVisible(m_view == Files && !m_folders->Path().isEmpty());
+    cmdUnPacker->setVisible(m_view == Files && IsPkgPath(m_folders->SelectedFile()));
+    cmdExtract->setVisible(m_view == Archive);
+    cmdPacker->setEnabled(!m_busy);
+    cmdUnPacker->setEnabled(!m_busy);
+    cmdExtract->setEnabled(!m_busy && m_entries->SelectedEntry() != nullptr);
+}
+
+void Browser::WantPacker()
+{
+    const QString folder = m_folders->SelectedFolder();
+    Q_EMIT PackerWanted(folder, folder + QStringLiteral(".pkg"));
+}
+
+void Browser::WantUnpacker()
+{
+    const QString archive = m_folders->SelectedFile();
+    if (archive.isEmpty()) // gone since it was selected
+        return;
+    Q_EMIT UnpackerWanted(archive, NormalizePath(GetFolder(archive) + u'\\' + GetFileTitle(archive)));
 }
 
 void Browser::FocusList()

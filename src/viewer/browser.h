@@ -15,6 +15,7 @@ class QPushButton;
 namespace wb
 {
 
+class ArchivePane;
 class BrowserPane;
 class FolderPane;
 class ListBox;
@@ -33,6 +34,10 @@ public:
     void SetView(View view); // presses cmdFileView(view)
 
     FolderPane &Folders() const { return *m_folders; }
+    ArchivePane &Entries() const { return *m_entries; }
+
+    // While the viewer is busy nothing is packed, unpacked or extracted.
+    void SetBusy(bool busy);
 
     void FocusList();
     void ScrollList(int rows);
@@ -40,23 +45,37 @@ public:
 Q_SIGNALS:
     void ViewDoubleClicked(View view);
     void KeyPress(QChar character);
+    // The folder and the archive that a packing or unpacking should begin with.
+    void PackerWanted(const QString &folder, const QString &archive);
+    void UnpackerWanted(const QString &archive, const QString &folder);
+    void ExtractWanted();
 
 private:
     QWidget *MakeNavigation();
     QWidget *MakeViewButtons();
+    QWidget *MakeArchiveButtons();
+    QWidget *MakeTopRow();
     BrowserPane *CurrentPane() const;
     ListBox *CurrentList() const;
     void OrderTabs();
     void SwitchView(View view);
     void ShowTexts();
+    void UpdateButtons();
+    void WantPacker();
+    void WantUnpacker();
     bool eventFilter(QObject *watched, QEvent *event) override;
 
     View m_view = Files;
+    bool m_busy = false;
     FolderPane *m_folders;
+    ArchivePane *m_entries;
     std::array<BrowserPane *, 3> m_panes; // of the views
     std::array<QPushButton *, 3> cmdFileView;
     PictureButton *cmdRoot;
     PictureButton *cmdSub;
+    PictureButton *cmdPacker;
+    PictureButton *cmdUnPacker;
+    PictureButton *cmdExtract;
     QLineEdit *txtPath;
     QLabel *lblFiles;
 };

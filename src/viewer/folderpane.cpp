@@ -35,6 +35,13 @@ QString FolderPane::SelectedFile() const
     return FileExists(file) ? file : QString();
 }
 
+QString FolderPane::SelectedFolder() const
+{
+    const QString name = lstFiles->SelectedName();
+    const bool leadsDown = !name.isEmpty() && name != QStringLiteral("..");
+    return leadsDown && FolderExists(PathOf(name)) ? PathOf(name) : Path();
+}
+
 void FolderPane::OpenNamed(const QString &name)
 {
     const int row = name.isEmpty() ? -1 : lstFiles->FindName(name, 1);

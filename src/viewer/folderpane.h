@@ -23,6 +23,9 @@ public:
     // The file selected; empty for a folder, ".." or nothing.
     QString SelectedFile() const;
 
+    // The folder selected; without one the folder shown.
+    QString SelectedFolder() const;
+
     // Selects a file of the folder shown by its name, ignoring case, and opens it as a double click does.
     void OpenNamed(const QString &name);
 
