@@ -105,6 +105,7 @@ QWidget *Browser::MakeViewButtons()
         button->setCheckable(true);
         button->setFocusPolicy(Qt::TabFocus);
         button->setProperty("segment", true);
+        button->setProperty("first", i == 0);
         button->installEventFilter(this);
         group->addButton(button);
         row->addWidget(button, 1);
