@@ -254,7 +254,7 @@ void frmMain::AbortJobs()
 
 void frmMain::CloseWhenIdle()
 {
-    if (m_isClosing && !IsBusy())
+    if (m_isClosing)
         QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
 }
 
