@@ -119,7 +119,7 @@ QWidget *frmMain::MakePageButtons()
 
 void frmMain::MakePages()
 {
-    m_viewer = new ViewerPage(m_settings, m_dialogs, m_abort, m_res, m_pages);
+    m_viewer = new ViewerPage(m_settings, m_dialogs, m_abort, m_res, m_unpackJob, m_pages);
     m_unpacker = new UnpackerPage(m_settings, m_dialogs, m_unpackJob, m_pages);
     m_packer = new PackerPage(m_settings, m_dialogs, m_packJob, m_pages);
     m_options = new OptionsPage(m_settings, m_dialogs, m_pages);
@@ -137,6 +137,14 @@ void frmMain::MakePages()
     }
     connect(m_viewer, &ViewerPage::ViewerWanted, this, [this] { ShowPage(0); });
     connect(m_viewer, &ViewerPage::DatEditorWanted, this, [this] { ShowPage(DatEditorIndex); });
+    connect(m_viewer, &ViewerPage::PackerWanted, m_packer, &PackerPage::SetPaths);
+    connect(m_viewer, &ViewerPage::PackerWanted, this, [this] { ShowPage(PackerIndex); });
+    connect(m_viewer, &ViewerPage::UnpackerWanted, m_unpacker, &UnpackerPage::SetPaths);
+    connect(m_viewer, &ViewerPage::UnpackerWanted, this, [this] { ShowPage(UnpackerIndex); });
+    connect(m_viewer, &ViewerPage::ExtractWanted, this, [this](const UnpackOrder &order) {
+        ShowPage(UnpackerIndex);
+        m_unpacker->Run(order);
+    });
     connect(m_options, &OptionsPage::BackColoursChanged, this, [this] { PageAt(m_currentPage)->Redraw(); });
 }
 

@@ -61,6 +61,12 @@ PkgEntryList ReadRecords(const PkgArchive &archive, std::int32_t position, std::
     return list;
 }
 
+bool IsUnsafe(QChar character)
+{
+    return character == u'\\' || character == u'/' || character == u':' ||
+           character.category() == QChar::Other_Control;
+}
+
 bool ReadStored(const InputFile &file, ByteArray &data, const PkgEntry &entry)
 {
     const std::int64_t start = std::int64_t(entry.Offset) + 4;
@@ -165,12 +171,14 @@ bool PkgReadEntryData(const PkgArchive &archive, ByteArray &data, const PkgEntry
 
 bool IsSafeEntryName(const QString &name)
 {
-    const auto isForbidden = [](QChar character) {
-        return character == u'\\' || character == u'/' || character == u':' ||
-               character.category() == QChar::Other_Control;
-    };
     return !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..") &&
-           std::ranges::none_of(name, isForbidden);
+           std::ranges::none_of(name, IsUnsafe);
+}
+
+QString SafeEntryName(QString name)
+{
+    std::ranges::replace_if(name, IsUnsafe, QChar(u'_'));
+    return IsSafeEntryName(name) ? name : QStringLiteral("_");
 }
 
 } // namespace wb

@@ -61,17 +61,6 @@ void UnpackerPage::ChooseFolder()
         txtUnPack_Folder->setText(folder);
 }
 
-void UnpackerPage::ExtractFolder(const PkgHandle &archive, const QString &target, std::int32_t startOffset,
-                                 const QString &logPrefix)
-{
-    UnpackOrder order;
-    order.TargetFolder = target;
-    order.Archive = archive;
-    order.StartOffset = startOffset;
-    order.LogPrefix = logPrefix;
-    Run(order);
-}
-
 void UnpackerPage::Run(const UnpackOrder &order)
 {
     m_panel->Run([this, &order](const JobReport &report) { return m_job.Run(order, report); });

@@ -25,16 +25,12 @@ public:
 
     void SetPaths(const QString &archive, const QString &folder);
 
-    // Extracts the folder of an open archive whose directory is at `startOffset` into `target`, showing the
-    // job on this page; `logPrefix` stands in front of every path in the log. Returns when the job has ended;
-    // does nothing while another one runs.
-    void ExtractFolder(const PkgHandle &archive, const QString &target, std::int32_t startOffset,
-                       const QString &logPrefix);
+    // Runs the job, showing it on this page. Returns when it has ended; does nothing while another one runs.
+    void Run(const UnpackOrder &order);
 
 private:
     void ChooseArchive();
     void ChooseFolder();
-    void Run(const UnpackOrder &order);
 
     Dialogs &m_dialogs;
     UnpackJob &m_job;
