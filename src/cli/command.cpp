@@ -10,6 +10,13 @@
 namespace wb::cli
 {
 
+namespace
+{
+
+const QString JsonOption = QStringLiteral("json");
+
+} // namespace
+
 int Fail(const QString &path, const QString &reason)
 {
     std::fprintf(stderr, "workbench-cli: %s: %s\n", QFile::encodeName(path).constData(),
@@ -26,6 +33,29 @@ int Misuse(const QString &reason)
 void Print(const QString &text)
 {
     std::fputs(text.toUtf8().constData(), stdout);
+}
+
+void PrintLine(QString text)
+{
+    for (QChar &character : text)
+        if (character.category() == QChar::Other_Control)
+            character = u'?';
+    Print(text + u'\n');
+}
+
+void DeclareJson(QCommandLineParser &parser)
+{
+    parser.addOption({JsonOption, QStringLiteral("Print one JSON document.")});
+}
+
+bool WantsJson(const QCommandLineParser &parser)
+{
+    return parser.isSet(JsonOption);
+}
+
+void PrintJson(const QJsonDocument &document)
+{
+    Print(QString::fromUtf8(document.toJson(QJsonDocument::Compact)) + u'\n');
 }
 
 QString FromArgument(const QString &argument)

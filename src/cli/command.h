@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QCommandLineParser>
+#include <QJsonDocument>
 #include <QString>
 
 namespace wb::cli
@@ -13,11 +14,14 @@ struct Command {
     const char *name;
     const char *summary;
     void (*declare)(QCommandLineParser &parser); // its options and arguments
-    int arguments;                               // how many it takes
+    int fewestArguments;
+    int mostArguments;
     int (*run)(const QCommandLineParser &parser);
 };
 
 extern const Command InfoCommand;
+extern const Command ListCommand;
+extern const Command ExtractCommand;
 extern const Command ExportCommand;
 extern const Command GiCommand;
 
@@ -27,6 +31,13 @@ int Fail(const QString &path, const QString &reason);
 int Misuse(const QString &reason);
 
 void Print(const QString &text);
+// One line that stays one: a control character in it, as a hostile file name may have, shows as "?".
+void PrintLine(QString text);
+
+// The option by which a command prints one JSON document instead of text.
+void DeclareJson(QCommandLineParser &parser);
+bool WantsJson(const QCommandLineParser &parser);
+void PrintJson(const QJsonDocument &document);
 
 // The program's path of a file named on the command line.
 QString FromArgument(const QString &argument);

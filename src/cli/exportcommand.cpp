@@ -109,7 +109,7 @@ int Run(const QCommandLineParser &parser)
 
 } // namespace
 
-const Command ExportCommand{"export", "Write frames of a picture or animation as PNG or JPEG.", Declare, 2,
+const Command ExportCommand{"export", "Write frames of a picture or animation as PNG or JPEG.", Declare, 2, 2,
                             Run};
 
 } // namespace wb::cli

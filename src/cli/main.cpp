@@ -13,7 +13,7 @@ namespace wb::cli
 namespace
 {
 
-const Command *const Commands[] = {&InfoCommand, &ExportCommand, &GiCommand};
+const Command *const Commands[] = {&InfoCommand, &ListCommand, &ExtractCommand, &ExportCommand, &GiCommand};
 
 QString Overview()
 {
@@ -59,10 +59,11 @@ int RunCommand(const Command &command, const QStringList &arguments)
         Print(HelpOf(command, parser));
         return Done;
     }
-    if (parser.positionalArguments().size() != command.arguments)
-        return Misuse(QStringLiteral("%1 takes %2 argument(s); see --help")
+    const qsizetype count = parser.positionalArguments().size();
+    if (count < command.fewestArguments || count > command.mostArguments)
+        return Misuse(QStringLiteral("%1 does not take %2 argument(s); see --help")
                           .arg(QLatin1String(command.name))
-                          .arg(command.arguments));
+                          .arg(count));
     return RunLoaded(command, parser);
 }
 
