@@ -58,7 +58,9 @@ void ArchiveJob::Advance(std::int32_t items, std::int64_t bytes)
 void ArchiveJob::Yield()
 {
     m_progress.ProgressStep(Units(m_itemsDone, m_bytesDone),
-                            QStringLiteral("%1: %2 / %3").arg(m_caption).arg(m_itemsDone).arg(m_items));
+                            m_items == 0
+                                ? m_caption
+                                : QStringLiteral("%1: %2 / %3").arg(m_caption).arg(m_itemsDone).arg(m_items));
     while (m_paused && !m_abort)
         m_progress.ProgressWait();
 }

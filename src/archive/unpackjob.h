@@ -4,10 +4,10 @@
 #include "archive/archivejob.h"
 #include "archive/pkgreader.h"
 
-#include <memory>
-
 namespace wb
 {
+
+class UnpackTarget;
 
 struct UnpackOrder {
     QString ArchivePath;          // opened for the job, unless an open archive is given
@@ -24,21 +24,24 @@ public:
 
     // Runs to the end. The log has one line a folder ("FLDR: ") and file ("FILE:  ", "ZL02: "), "ERR: " lines
     // for what could not be extracted whole, and a last line that tells how the job ended. Existing files are
-    // replaced, links below the target folder are never followed. Must not be called while busy.
+    // replaced; links below the target folder are never followed. Must not be called while busy.
     JobEnd Run(const UnpackOrder &order, const JobReport &report);
 
 private:
-    class TargetFolder;
+    enum class Error { None, NotFound, NotOpened, BadTarget };
 
     void UnpackArchive(const UnpackOrder &order);
-    void UnpackFolder(PkgWalk &walk, std::int32_t offset, const TargetFolder &target, const QString &prefix);
-    void UnpackFile(const PkgEntry &entry, const TargetFolder &target, const QString &logPath);
+    bool OpenArchive(const UnpackOrder &order);
+    void UnpackFolder(PkgWalk &walk, std::int32_t offset, const UnpackTarget &target, const QString &prefix);
+    void UnpackEntry(PkgWalk &walk, const PkgEntry &entry, const UnpackTarget &target,
+                     const QString &logPath);
+    void UnpackFile(const PkgEntry &entry, const UnpackTarget &target, const QString &logPath);
+    void FailWith(Error error, const QString &boxText);
     void LogEnd(const UnpackOrder &order);
 
-    enum class Error { None, NotFound, NotOpened, BadTarget };
     Error m_error = Error::None;
-    const PkgArchive *m_archive = nullptr;
-    ByteArray m_data;
+    PkgHandle m_archive; // while busy
+    ByteArray m_data;    // of the entry that is being extracted; kept to be filled again
 };
 
 } // namespace wb

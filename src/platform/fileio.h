@@ -27,9 +27,21 @@ struct FileFacts {
     bool IsReadOnly = false; // this user can't write to it
     bool IsHidden = false;   // its name begins with a dot
     std::int64_t Size = 0;   // bytes; 0 for a folder
+
+    // Two files or folders that are one and the same have the same of both.
+    std::uint64_t Volume = 0;
+    std::uint64_t Number = 0;
+
+    bool IsSameAs(const FileFacts &other) const
+    {
+        return Exists && other.Exists && Volume == other.Volume && Number == other.Number;
+    }
 };
 
 FileFacts GetFileFacts(const std::string &path);
+
+// True for a link, wherever it leads.
+bool IsLink(const std::string &path);
 
 // True for a folder that this user may make files in.
 bool CanWriteFolder(const std::string &path);
@@ -79,12 +91,11 @@ private:
 // A file being written that replaces an older one only when it is complete: until Commit the older one is
 // untouched, and without Commit nothing is left behind.
 //  - An older file is replaced by a temporary file beside it, flushed to the disk and renamed over it, so
-//  that
-//    neither a full disk nor a crash costs the user both. It keeps its permission bits and, where that is
-//    allowed, its owner; a link stays a link. One that this user may not write to is refused.
+//    that neither a full disk nor a crash costs the user both. It keeps its permission bits and, where that
+//    is allowed, its owner; a link stays a link. One that this user may not write to is refused.
 //  - Where none was, the file is made under its own name and not flushed: there is nothing to lose, and jobs
-//  that
-//    make thousands of files would pay half as much again for renaming alone.
+//    that make thousands of files would pay half as much again for renaming alone. Placement::Beside makes it
+//    beside its place and renames it as well, for what takes long to become complete.
 //  - A device or pipe is written to as it is.
 class OutputFile
 {
@@ -94,7 +105,11 @@ public:
     OutputFile &operator=(const OutputFile &) = delete;
     ~OutputFile() { Abandon(); }
 
-    FileError Open(const std::string &path);
+    enum class Placement { Direct, Beside };
+    FileError Open(const std::string &path, Placement placement = Placement::Direct);
+
+    // What is being written beside an older file is to be a file of its own, in the same folder.
+    void SetTarget(const std::string &path) { m_path = path; }
 
     // Appends. After a failed write the file can only be abandoned; Commit tells the error again.
     FileError Write(ByteView bytes);
@@ -109,12 +124,14 @@ public:
 
 private:
     FileError OpenExisting(const std::string &path);
-    FileError OpenBeside(const std::string &target, const struct stat &older);
+    FileError OpenBeside(const std::string &target);
+    FileError TakeRightsOf(const struct stat &older);
     FileError Fail(int errorNumber);
 
     int m_descriptor = -1;
-    std::string m_path;    // what Commit makes
-    std::string m_written; // what is being written: the temporary, or m_path itself; empty for a device
+    std::string m_path;      // what Commit makes
+    std::string m_written;   // what is being written: the temporary, or m_path itself; empty for a device
+    bool m_replaces = false; // an older file
     FileError m_error = FileError::None;
 };
 

@@ -94,7 +94,15 @@ FileFacts GetFileFacts(const std::string &path)
     facts.IsReadOnly = !CanWrite(path, W_OK);
     facts.IsHidden = path.substr(path.rfind('/') + 1).starts_with('.');
     facts.Size = facts.IsFolder ? 0 : status.st_size;
+    facts.Volume = status.st_dev;
+    facts.Number = status.st_ino;
     return facts;
+}
+
+bool IsLink(const std::string &path)
+{
+    struct stat status = {};
+    return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
 }
 
 bool CanWriteFolder(const std::string &path)

@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <random>
+#include <string>
 #include <sys/stat.h>
 
 namespace wb
@@ -18,10 +20,14 @@ FileError OutputFile::Fail(int errorNumber)
     return m_error;
 }
 
-FileError OutputFile::Open(const std::string &path)
+FileError OutputFile::Open(const std::string &path, Placement placement)
 {
     Abandon();
     m_error = FileError::None;
+    m_replaces = false;
+    struct stat status = {};
+    if (placement == Placement::Beside && ::lstat(path.c_str(), &status) != 0 && errno == ENOENT)
+        return OpenBeside(path);
     m_descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (m_descriptor >= 0) {
         m_path = m_written = path;
@@ -37,8 +43,10 @@ FileError OutputFile::OpenExisting(const std::string &path)
     if (::realpath(path.c_str(), target) == nullptr || ::stat(target, &status) != 0 ||
         ::faccessat(AT_FDCWD, target, W_OK, AT_EACCESS) != 0)
         return Fail(errno);
-    if (S_ISREG(status.st_mode))
-        return OpenBeside(target, status);
+    if (S_ISREG(status.st_mode)) {
+        m_replaces = true;
+        return OpenBeside(target) == FileError::None ? TakeRightsOf(status) : m_error;
+    }
 
     // A folder refuses to be opened for writing; a pipe that nobody reads would block without O_NONBLOCK.
     m_descriptor = ::open(target, O_WRONLY | O_CLOEXEC | O_NONBLOCK);
@@ -48,14 +56,24 @@ FileError OutputFile::OpenExisting(const std::string &path)
     return m_error;
 }
 
-FileError OutputFile::OpenBeside(const std::string &target, const struct stat &older)
+FileError OutputFile::OpenBeside(const std::string &target)
 {
-    std::string beside = target.substr(0, target.rfind('/') + 1) + ".workbench-XXXXXX";
-    m_descriptor = ::mkostemp(beside.data(), O_CLOEXEC);
-    if (m_descriptor < 0)
-        return Fail(errno);
+    const std::string folder = target.substr(0, target.rfind('/') + 1);
+    std::random_device random;
+    do {
+        m_written = folder + ".workbench-" + std::to_string(random());
+        m_descriptor = ::open(m_written.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    } while (m_descriptor < 0 && errno == EEXIST);
     m_path = target;
-    m_written = beside;
+    if (m_descriptor >= 0)
+        return m_error;
+    const int errorNumber = errno;
+    m_written.clear();
+    return Fail(errorNumber);
+}
+
+FileError OutputFile::TakeRightsOf(const struct stat &older)
+{
     struct stat own = {};
     const bool isSameOwner =
         ::fstat(m_descriptor, &own) == 0 && own.st_uid == older.st_uid && own.st_gid == older.st_gid;
@@ -94,7 +112,7 @@ FileError OutputFile::WriteAt(std::int64_t offset, ByteView bytes)
 FileError OutputFile::Commit()
 {
     const bool isBeside = m_written != m_path;
-    if (m_error == FileError::None && isBeside && ::fsync(m_descriptor) != 0)
+    if (m_error == FileError::None && m_replaces && ::fsync(m_descriptor) != 0)
         Fail(errno);
     // Network file systems tell of a full disk only here.
     if (::close(std::exchange(m_descriptor, -1)) != 0 && m_error == FileError::None)
