@@ -13,6 +13,7 @@ namespace wb::cli
 namespace
 {
 
+const QString QuietOption = QStringLiteral("quiet");
 const QString JsonOption = QStringLiteral("json");
 
 } // namespace
@@ -74,6 +75,16 @@ bool MayWrite(const QCommandLineParser &parser, const QString &argument)
         return true;
     Fail(argument, QStringLiteral("is already there; --force replaces it"));
     return false;
+}
+
+void DeclareQuiet(QCommandLineParser &parser)
+{
+    parser.addOption({QuietOption, QStringLiteral("Show no progress.")});
+}
+
+bool IsQuiet(const QCommandLineParser &parser)
+{
+    return parser.isSet(QuietOption);
 }
 
 bool ReadNumber(const QString &text, int lowest, int highest, int &number)

@@ -21,7 +21,9 @@ struct Command {
 
 extern const Command InfoCommand;
 extern const Command ListCommand;
+extern const Command UnpackCommand;
 extern const Command ExtractCommand;
+extern const Command PackCommand;
 extern const Command ExportCommand;
 extern const Command GiCommand;
 
@@ -45,6 +47,10 @@ QString FromArgument(const QString &argument);
 // The option by which a command may replace files, and whether it may write `argument`; says so when not.
 void DeclareForce(QCommandLineParser &parser);
 bool MayWrite(const QCommandLineParser &parser, const QString &argument);
+
+// The option by which progress is hidden.
+void DeclareQuiet(QCommandLineParser &parser);
+bool IsQuiet(const QCommandLineParser &parser);
 
 // Reads "N" with N in the range; false for any other text.
 bool ReadNumber(const QString &text, int lowest, int highest, int &number);

@@ -13,7 +13,8 @@ namespace wb::cli
 namespace
 {
 
-const Command *const Commands[] = {&InfoCommand, &ListCommand, &ExtractCommand, &ExportCommand, &GiCommand};
+const Command *const Commands[] = {&InfoCommand, &ListCommand,   &UnpackCommand, &ExtractCommand,
+                                   &PackCommand, &ExportCommand, &GiCommand};
 
 QString Overview()
 {
@@ -51,7 +52,7 @@ int RunCommand(const Command &command, const QStringList &arguments)
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Show this help."));
     parser.addOption(help);
-    parser.addOption({QStringLiteral("quiet"), QStringLiteral("Show no progress.")});
+    DeclareQuiet(parser);
     command.declare(parser);
     if (!parser.parse(arguments))
         return Misuse(parser.errorText());
