@@ -74,13 +74,13 @@ void PackJob::PackArchive(const PackOrder &order)
     }));
     if (HasFailed())
         return;
-    if (IsAborted() && older.Exists) {
-        const QString aborted = AbortedPath(order.ArchivePath);
-        m_file.SetTarget(ToNativePath(aborted));
-        Log(QStringLiteral("Записанное сохранено: ") + aborted);
-    }
+    const QString aside = IsAborted() && older.Exists ? AbortedPath(order.ArchivePath) : QString();
+    if (!aside.isEmpty())
+        m_file.SetTarget(ToNativePath(aside));
     if (const FileError error = m_file.Commit(); error != FileError::None)
         FailWith(Error::NotWritten, FileErrorText(error));
+    else if (!aside.isEmpty())
+        Log(QStringLiteral("Записанное сохранено: ") + aside);
 }
 
 bool PackJob::OpenArchive(const PackOrder &order)
@@ -121,7 +121,7 @@ void PackJob::WriteFolder(PackAhead &ahead, const PackFolder &folder, const QStr
             continue;
         }
         list.push_back(WriteItem(ahead, item, logPrefix + item.Entry.Name));
-        Advance(1, item.Size);
+        Advance(1, 0);
         Yield();
     }
     if (!HasFailed())
@@ -138,16 +138,22 @@ PkgEntry PackJob::WriteItem(PackAhead &ahead, const PackItem &item, const QStrin
         return entry;
     }
     ShowWork(item.Path);
+    std::int64_t bytesLeft = item.Size;
     if (item.Size > LargestArchive)
         Reserve(item.Size);
     else
-        WriteFile(ahead, entry, logPath);
+        WriteFile(entry, logPath, ahead.Next([this, &bytesLeft] {
+            const auto chunk = std::min<std::int64_t>(bytesLeft, ZlChunkSize);
+            bytesLeft -= chunk;
+            Advance(0, chunk);
+            Yield();
+        }));
+    Advance(0, bytesLeft);
     return entry;
 }
 
-void PackJob::WriteFile(PackAhead &ahead, PkgEntry &entry, const QString &logPath)
+void PackJob::WriteFile(PkgEntry &entry, const QString &logPath, const PackedFile &file)
 {
-    const PackedFile file = ahead.Next([this] { Yield(); });
     if (!Reserve(std::int64_t(file.Bytes.size())) || !WriteAt(entry.Offset, file.Bytes))
         return;
     entry.Size = file.Size;

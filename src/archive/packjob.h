@@ -9,6 +9,7 @@ namespace wb
 {
 
 class PackAhead;
+struct PackedFile;
 
 struct PackOrder {
     QString ArchivePath; // replaced when it is there
@@ -36,7 +37,7 @@ private:
     void WriteTree(const PackPlan &plan);
     void WriteFolder(PackAhead &ahead, const PackFolder &folder, const QString &logPrefix);
     PkgEntry WriteItem(PackAhead &ahead, const PackItem &item, const QString &logPath);
-    void WriteFile(PackAhead &ahead, PkgEntry &entry, const QString &logPath);
+    void WriteFile(PkgEntry &entry, const QString &logPath, const PackedFile &file);
     bool Reserve(std::int64_t size);
     bool WriteAt(std::int64_t offset, ByteView bytes);
     void FailWith(Error error, const QString &boxText);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 
 namespace wb
 {
@@ -58,6 +59,15 @@ PkgEntryList ReadRecords(const PkgArchive &archive, std::int32_t position, std::
             list.push_back(std::move(entry));
     }
     return list;
+}
+
+bool ReadStored(const InputFile &file, ByteArray &data, const PkgEntry &entry)
+{
+    const std::int64_t start = std::int64_t(entry.Offset) + 4;
+    const std::int64_t there = entry.Offset < 0 ? 0 : file.Size() - start;
+    data.resize(std::size_t(std::clamp<std::int64_t>(there, 0, entry.Size)));
+    data.resize(file.ReadAt(start, data));
+    return data.size() == std::size_t(entry.Size);
 }
 
 void ReadBranch(PkgWalk &walk, PkgEntryList &tree, std::int32_t position, const QString &folder)
@@ -142,15 +152,15 @@ PkgEntryList PkgListFolder(const PkgEntryList &tree, const QString &folder)
 
 bool PkgReadEntryData(const PkgArchive &archive, ByteArray &data, const PkgEntry &entry)
 {
-    if (entry.Type == PkgPacked)
-        return ZlChunkStreamUnpack(archive.File, data, entry.Offset, entry.Size);
-    if (entry.Type != PkgStored || entry.Size <= 0)
+    if (entry.Type == PkgFolder || (entry.Type == PkgStored && entry.Size <= 0))
         return entry.Size == 0;
-    const std::int64_t start = std::int64_t(entry.Offset) + 4;
-    const std::int64_t there = entry.Offset < 0 ? 0 : archive.File.Size() - start;
-    data.resize(std::size_t(std::clamp<std::int64_t>(there, 0, entry.Size)));
-    data.resize(archive.File.ReadAt(start, data));
-    return data.size() == std::size_t(entry.Size);
+    try {
+        return entry.Type == PkgPacked ? ZlChunkStreamUnpack(archive.File, data, entry.Offset, entry.Size)
+                                       : ReadStored(archive.File, data, entry);
+    } catch (const std::bad_alloc &) {
+        data.clear();
+        return false;
+    }
 }
 
 bool IsSafeEntryName(const QString &name)

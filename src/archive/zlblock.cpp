@@ -17,6 +17,9 @@ namespace
 constexpr std::int32_t LengthSize = 4;
 constexpr std::int32_t SlotSize = LengthSize + ZlHeaderSize + ZlChunkSize + ZlChunkSize / 100 + 12;
 
+// No packer makes a chunk's block so long; a longer one is damaged.
+constexpr std::int64_t LongestBlock = 16 * ZlChunkSize;
+
 // deflate's longest match takes two bits (RFC 1951): no stream gives more bytes than these times its own.
 constexpr std::int64_t MaxExpansion = 1032;
 
@@ -70,14 +73,12 @@ public:
     {
     }
 
-    // The next record's block; what is cut off or has no sensible length is empty.
+    // The next record's block, as much of it as there is.
     ByteView Next()
     {
         const ByteView lengthBytes = Take(LengthSize);
         const std::int64_t length = lengthBytes.size() < LengthSize ? 0 : GetLong(lengthBytes, 0);
-        if (length <= ZlHeaderSize || length > m_archive.Size() - m_position)
-            return {};
-        return Take(length);
+        return Take(std::clamp<std::int64_t>(length, 0, LongestBlock));
     }
 
 private:
@@ -95,8 +96,8 @@ private:
     void Fill(std::int64_t count)
     {
         constexpr std::int64_t windowSize = 256 * 1024;
-        const std::int64_t ahead = std::min({windowSize, m_left, m_archive.Size() - m_position});
-        m_window.resize(std::size_t(std::max(count, ahead)));
+        const std::int64_t there = std::max<std::int64_t>(m_archive.Size() - m_position, 0);
+        m_window.resize(std::size_t(std::min(there, std::max(count, std::min(windowSize, m_left)))));
         m_windowStart = m_position;
         m_window.resize(m_archive.ReadAt(m_position, m_window));
         m_left = std::max<std::int64_t>(m_left - std::int64_t(m_window.size()), 0);

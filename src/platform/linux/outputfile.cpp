@@ -25,6 +25,8 @@ FileError OutputFile::Open(const std::string &path, Placement placement)
     Abandon();
     m_error = FileError::None;
     m_replaces = false;
+    if (path.empty())
+        return Fail(ENOENT);
     struct stat status = {};
     if (placement == Placement::Beside && ::lstat(path.c_str(), &status) != 0 && errno == ENOENT)
         return OpenBeside(path);
