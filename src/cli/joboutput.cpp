@@ -9,7 +9,7 @@ namespace wb::cli
 {
 
 JobOutput::JobOutput(const QCommandLineParser &parser, const QString &target)
-    : m_bar(IsQuiet(parser)), m_target(target)
+    : m_bar(IsQuiet(parser)), m_target(target), m_isLogOnTerminal(TerminalColumns(stdout) > 0)
 {
 }
 
@@ -30,7 +30,7 @@ void JobOutput::PrintLog(const QString &line)
         return;
     m_isPartlyDone = m_isPartlyDone || line.startsWith(QStringLiteral("ERR: ")) ||
                      line.endsWith(QStringLiteral(" (Ошибка чтения файла)"));
-    if (TerminalColumns(stdout) > 0)
+    if (m_isLogOnTerminal)
         m_bar.Hide();
     PrintLine(line);
     std::fflush(stdout);

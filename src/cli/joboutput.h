@@ -29,6 +29,7 @@ private:
 
     TerminalProgress m_bar;
     QString m_target;
+    bool m_isLogOnTerminal;
     bool m_isPartlyDone = false;
     bool m_isFailed = false;
 };
