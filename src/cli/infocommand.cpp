@@ -39,8 +39,14 @@ void AddBounds(QJsonObject &object, ByteView bytes)
     object.insert(QStringLiteral("bottom"), header->Bounds.Bottom);
 }
 
-QJsonObject Describe(const FrameSet &document, ByteView bytes)
+// Nothing for what can't be read.
+QJsonObject DescribeDocument(const QString &path)
 {
+    ByteArray bytes;
+    ReadFileBytes(path, bytes);
+    const FrameSet document = OpenDocumentBuffer(bytes);
+    if (document.Count == 0)
+        return {};
     QJsonArray frames;
     for (std::size_t i = 0; i < document.Pictures.size(); ++i)
         frames.append(FrameObject(document, i));
@@ -77,14 +83,6 @@ QJsonObject DescribeArchive(const QString &path)
             {QStringLiteral("files"), files},
             {QStringLiteral("size"), size},
             {QStringLiteral("packed"), packed}};
-}
-
-QJsonObject DescribeDocument(const QString &path)
-{
-    ByteArray bytes;
-    ReadFileBytes(path, bytes);
-    const FrameSet document = OpenDocumentBuffer(bytes);
-    return document.Count == 0 ? QJsonObject() : Describe(document, bytes);
 }
 
 QString Number(const QJsonObject &holder, const char *key)
