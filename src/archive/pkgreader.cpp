@@ -36,11 +36,12 @@ PkgEntry ReadRecord(ByteView record, const QString &folder)
     return entry;
 }
 
-// The number of records of the directory at `position`, as many as the file can hold there.
+// The number of records of the directory at `position`, as many as the file can hold there. An aborted job
+// leaves folders at 0, inside the file's header.
 std::int32_t RecordCount(const PkgArchive &archive, std::int32_t position)
 {
     std::array<std::uint8_t, PkgDirectoryHeaderSize> header = {};
-    if (position < 0 || archive.File.ReadAt(position, header) < header.size())
+    if (position < PkgHeaderSize || archive.File.ReadAt(position, header) < header.size())
         return 0;
     const std::int64_t fitting = RecordsIn(archive.File.Size() - position - PkgDirectoryHeaderSize);
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(GetLong(header, 4), 0, fitting));
@@ -59,12 +60,6 @@ PkgEntryList ReadRecords(const PkgArchive &archive, std::int32_t position, std::
             list.push_back(std::move(entry));
     }
     return list;
-}
-
-bool IsUnsafe(QChar character)
-{
-    return character == u'\\' || character == u'/' || character == u':' ||
-           character.category() == QChar::Other_Control;
 }
 
 bool ReadStored(const InputFile &file, ByteArray &data, const PkgEntry &entry)
@@ -167,18 +162,6 @@ bool PkgReadEntryData(const PkgArchive &archive, ByteArray &data, const PkgEntry
         data.clear();
         return false;
     }
-}
-
-bool IsSafeEntryName(const QString &name)
-{
-    return !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..") &&
-           std::ranges::none_of(name, IsUnsafe);
-}
-
-QString SafeEntryName(QString name)
-{
-    std::ranges::replace_if(name, IsUnsafe, QChar(u'_'));
-    return IsSafeEntryName(name) ? name : QStringLiteral("_");
 }
 
 } // namespace wb

@@ -1,3 +1,5 @@
+#define ZLIB_CONST // zlib takes its input as const
+
 #include "rastgl/rastgl.h"
 
 #include <cstring>
@@ -16,21 +18,49 @@ void PutLong(std::uint8_t *target, std::uint32_t value)
         target[i] = static_cast<std::uint8_t>(value >> 8 * i);
 }
 
-// Writes the header and the stream; `room` is what the stream may take. Gives the stream's length, 0 when it
-// does not fit.
+struct CompressorDeleter {
+    void operator()(z_stream *compressor) const
+    {
+        ::deflateEnd(compressor);
+        delete compressor;
+    }
+};
+
+using Compressor = std::unique_ptr<z_stream, CompressorDeleter>;
+
+Compressor MakeCompressor()
+{
+    auto stream = std::make_unique<z_stream>();
+    return Compressor(::deflateInit(stream.get(), Z_DEFAULT_COMPRESSION) == Z_OK ? stream.release()
+                                                                                 : nullptr);
+}
+
+// What compress2 makes for each call costs more than compressing a small file.
+z_stream *ThreadsCompressor()
+{
+    thread_local const Compressor compressor = MakeCompressor();
+    if (compressor != nullptr)
+        ::deflateReset(compressor.get());
+    return compressor.get();
+}
+
+// Writes the header and the stream, which is that of compress2; `room` is what the stream may take. Gives the
+// stream's length, 0 when it does not fit.
 std::int32_t Pack(std::uint8_t *target, const char *tag, std::int64_t room, const std::uint8_t *source,
                   std::int32_t length)
 {
-    if (length < 0 || room <= 0)
+    z_stream *compressor = ThreadsCompressor();
+    if (compressor == nullptr || length < 0 || room <= 0)
         return 0;
-    auto streamLength = static_cast<uLongf>(room);
-    const Bytef nothing = 0;
-    if (::compress2(target + HeaderSize, &streamLength, length == 0 ? &nothing : source, uLong(length),
-                    Z_DEFAULT_COMPRESSION) != Z_OK)
+    compressor->next_in = source;
+    compressor->avail_in = uInt(length);
+    compressor->next_out = target + HeaderSize;
+    compressor->avail_out = uInt(room);
+    if (::deflate(compressor, Z_FINISH) != Z_STREAM_END)
         return 0;
     std::memcpy(target, tag, 4);
     PutLong(target + 4, std::uint32_t(length));
-    return static_cast<std::int32_t>(streamLength);
+    return static_cast<std::int32_t>(compressor->total_out);
 }
 
 struct DecompressorDeleter {
