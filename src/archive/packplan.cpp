@@ -23,7 +23,7 @@ void CheckNames(const PackFolder &folder, const QString &prefix, std::vector<QSt
     for (const PackItem &item : folder.Items) {
         const QString &name = item.Entry.Name;
         const QString stored = PkgWrittenName(name);
-        if (stored != name.left(PkgNameSize))
+        if (stored != name.left(PkgNameSize) || !IsSafeEntryName(stored))
             errors.push_back(QStringLiteral("ERR: Имя не сохранится в архиве: ") + prefix + name);
         const auto same = written.constFind(stored);
         if (same == written.constEnd())

@@ -55,4 +55,11 @@ ByteArray PkgDirectoryBytes(const PkgEntryList &list);
 // page lacks.
 QString PkgWrittenName(const QString &name);
 
+// Whether an entry of this name may become a file or folder of that name on disk: not empty, not "." or "..",
+// without "\", "/", ":" and control characters.
+bool IsSafeEntryName(const QString &name);
+
+// The name, with "_" for whatever makes it unsafe.
+QString SafeEntryName(QString name);
+
 } // namespace wb

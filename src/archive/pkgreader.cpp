@@ -36,11 +36,12 @@ PkgEntry ReadRecord(ByteView record, const QString &folder)
     return entry;
 }
 
-// The number of records of the directory at `position`, as many as the file can hold there.
+// The number of records of the directory at `position`, as many as the file can hold there. An aborted job
+// leaves folders at 0, inside the file's header.
 std::int32_t RecordCount(const PkgArchive &archive, std::int32_t position)
 {
     std::array<std::uint8_t, PkgDirectoryHeaderSize> header = {};
-    if (position < 0 || archive.File.ReadAt(position, header) < header.size())
+    if (position < PkgHeaderSize || archive.File.ReadAt(position, header) < header.size())
         return 0;
     const std::int64_t fitting = RecordsIn(archive.File.Size() - position - PkgDirectoryHeaderSize);
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(GetLong(header, 4), 0, fitting));
@@ -161,16 +162,6 @@ bool PkgReadEntryData(const PkgArchive &archive, ByteArray &data, const PkgEntry
         data.clear();
         return false;
     }
-}
-
-bool IsSafeEntryName(const QString &name)
-{
-    const auto isForbidden = [](QChar character) {
-        return character == u'\\' || character == u'/' || character == u':' ||
-               character.category() == QChar::Other_Control;
-    };
-    return !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..") &&
-           std::ranges::none_of(name, isForbidden);
 }
 
 } // namespace wb

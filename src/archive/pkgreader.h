@@ -55,9 +55,4 @@ PkgEntryList PkgListFolder(const PkgEntryList &tree, const QString &folder);
 // read as far as it goes. True when everything was there.
 bool PkgReadEntryData(const PkgArchive &archive, ByteArray &data, const PkgEntry &entry);
 
-// Whether an entry of this name may become a file or folder of that name on disk: not empty, not "." or "..",
-// without
-// "\", "/", ":" and control characters.
-bool IsSafeEntryName(const QString &name);
-
 } // namespace wb

@@ -15,11 +15,17 @@ bool IsUsableTarget(const QString &folder)
     return folder.size() > 1 && folder[1] == u':' && !FileExists(folder);
 }
 
+// What an entry counts for in the bar.
+std::int64_t SizeOf(const PkgEntry &entry)
+{
+    return entry.Type == PkgFolder ? 0 : std::max(entry.Size, 0);
+}
+
 std::int64_t SizeOf(const PkgEntryList &tree)
 {
     std::int64_t size = 0;
     for (const PkgEntry &entry : tree)
-        size += std::max(entry.Size, 0);
+        size += SizeOf(entry);
     return size;
 }
 
@@ -82,7 +88,7 @@ void UnpackJob::UnpackFolder(PkgWalk &walk, std::int32_t offset, const UnpackTar
             Log(QStringLiteral("ERR: На месте файла или папки лежит ссылка: ") + logPath);
         else
             UnpackEntry(walk, entry, target, logPath);
-        Advance(1, entry.Type == PkgFolder ? 0 : entry.Size);
+        Advance(1, SizeOf(entry));
         Yield();
     }
 }

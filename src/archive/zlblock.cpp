@@ -14,6 +14,7 @@ namespace wb
 namespace
 {
 
+constexpr std::int32_t TagSize = 4;
 constexpr std::int32_t LengthSize = 4;
 constexpr std::int32_t SlotSize = LengthSize + ZlHeaderSize + ZlChunkSize + ZlChunkSize / 100 + 12;
 
@@ -116,7 +117,8 @@ bool ZlBlockUnpack(ByteArray &destination, ByteView source, std::int32_t sourceL
 {
     destination.clear();
     ByteReader reader(source);
-    reader.Seek(std::int64_t(position) + 4);
+    reader.Seek(position);
+    reader.Take(TagSize);
     const std::int32_t unpackedLength = reader.Long();
     if (reader.Failed() || unpackedLength <= 0)
         return unpackedLength == 0 && !reader.Failed();
