@@ -9,7 +9,7 @@ scripts/setup.sh run
 [ -f build/release/build.ninja ] || cmake --preset release >/dev/null
 cmake --build --preset release
 bin=$PWD/build/release/bin
-[ -d samples/game ] || samples/make-samples.sh samples "$bin"
+[ -e samples/game/Данные.pkg ] || samples/make-samples.sh samples "$bin"
 
 target=$PWD/samples/game/
 if [ $# -gt 0 ]; then

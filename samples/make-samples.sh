@@ -43,6 +43,11 @@ for frame in "$work"/drawn/Разное/Взрыв/*.png; do
     gi 2 "Разное/Взрыв/$(basename "$frame" .png)"
 done
 
+# An archive of some of these folders: pictures that are packed, and others that are stored as they are.
+mkdir "$work/packed"
+cp -r "$work/game/Графика" "$work/game/Корабли" "$work/game/Разное" "$work/packed"
+"$bin/workbench-cli" pack --quiet "$work/packed" "$work/game/Данные.pkg" >/dev/null
+
 if [ -e "$out/game" ]; then
     mv "$out/game" "$work/old"
 fi

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# What run.sh does on a machine without a display: converts a picture to GI and back, and takes a screenshot of the
-# main window. Usage: scripts/headless.sh BIN_FOLDER FILE_OR_FOLDER
+# What run.sh does on a machine without a display: converts a picture to GI and back, unpacks an archive, and takes a
+# screenshot of the main window. Usage: scripts/headless.sh BIN_FOLDER FILE_OR_FOLDER
 set -euo pipefail
 bin=$1
 target=$2
@@ -13,6 +13,8 @@ picture=$(find "$samples" -name '*.png' -size +4k | sort | head -n 1)
 "$bin/workbench-cli" gi "$picture" "$out/picture.gi" --type 0
 "$bin/workbench-cli" export "$out/picture.gi" "$out/picture.png"
 "$bin/workbench-cli" info "$out/picture.gi" > "$out/picture.txt"
+"$bin/workbench-cli" list --recursive "$samples/Данные.pkg" > "$out/archive.txt"
+"$bin/workbench-cli" unpack --quiet "$samples/Данные.pkg" "$out/archive" >/dev/null
 
 shown=$target
 if [ -d "$target" ]; then
@@ -26,5 +28,6 @@ No display: the work was done headless.
   converted    $picture
                to $out/picture.gi and back to $out/picture.png
   described    $out/picture.txt
+  archive      listed in $out/archive.txt, unpacked into $out/archive
   screenshot   $out/window.png (showing $shown)
 TEXT

@@ -3,6 +3,8 @@
 #include "app/emptypage.h"
 #include "app/optionspage.h"
 #include "app/statusstrip.h"
+#include "archive/packerpage.h"
+#include "archive/unpackerpage.h"
 #include "platform/desktop/windowedges.h"
 #include "platform/desktop/windows.h"
 #include "viewer/viewerpage.h"
@@ -18,6 +20,9 @@
 #include <QWheelEvent>
 #include <QWindow>
 
+#include <algorithm>
+#include <thread>
+
 namespace wb
 {
 
@@ -27,8 +32,10 @@ namespace
 constexpr QSize SmallestWindow(1024, 736);
 constexpr int FocusInterval = 10; // ms
 constexpr int RowsPerNotch = 3;
-constexpr int OptionsIndex = 8;
 constexpr int DatEditorIndex = 5;
+constexpr int UnpackerIndex = 6;
+constexpr int PackerIndex = 7;
+constexpr int OptionsIndex = 8;
 constexpr int DrawnPages =
     5; // the first pages draw pictures and are asked to draw again when they come forward
 
@@ -36,13 +43,19 @@ const char *const PageCaptions[frmMain::PageCount] = {"ResViewer",    "GI Editor
                                                       "HAI Editor",   "Anim Creator", "DAT Editor",
                                                       "PKG UnPacker", "PKG Packer",   "Опции"};
 
+int ThreadCount()
+{
+    return std::max(1, int(std::thread::hardware_concurrency())); // 0 when the machine can't tell
+}
+
 } // namespace
 
 frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_dialogs(dialogs),
       m_settingsPath(std::move(settingsPath)), m_settings(LoadSettings(m_settingsPath)),
       m_caption(new CaptionBar(m_res, QStringLiteral("Workbench"), this)), m_pageButtons(new QWidget(this)),
-      m_pages(new QStackedWidget(this)), m_status(new StatusStrip(this))
+      m_pages(new QStackedWidget(this)), m_status(new StatusStrip(this)), m_unpackJob(*m_status),
+      m_packJob(*m_status, ThreadCount())
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Workbench"));
@@ -77,6 +90,7 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
 frmMain::~frmMain()
 {
     Shutdown();
+    delete m_pages; // while there is what the pages refer to
 }
 
 QWidget *frmMain::MakePageButtons()
@@ -105,28 +119,38 @@ QWidget *frmMain::MakePageButtons()
 
 void frmMain::MakePages()
 {
-    m_viewer = new ViewerPage(m_settings, m_dialogs, m_abort, m_res, m_pages);
+    m_viewer = new ViewerPage(m_settings, m_dialogs, m_abort, m_res, m_unpackJob, m_pages);
+    m_unpacker = new UnpackerPage(m_settings, m_dialogs, m_unpackJob, m_pages);
+    m_packer = new PackerPage(m_settings, m_dialogs, m_packJob, m_pages);
     m_options = new OptionsPage(m_settings, m_dialogs, m_pages);
-    for (int i = 0; i < PageCount; ++i) {
-        Page *page = nullptr;
-        if (i == 0)
-            page = m_viewer;
-        else if (i == OptionsIndex)
-            page = m_options;
-        else
-            page = new EmptyPage(cmdPage[std::size_t(i)]->text(), m_pages);
+    std::array<Page *, PageCount> pages{};
+    pages[0] = m_viewer;
+    pages[UnpackerIndex] = m_unpacker;
+    pages[PackerIndex] = m_packer;
+    pages[OptionsIndex] = m_options;
+    for (std::size_t i = 0; i < pages.size(); ++i) {
+        Page *page = pages[i] != nullptr ? pages[i] : new EmptyPage(cmdPage[i]->text(), m_pages);
         page->setObjectName(QStringLiteral("picPage(%1)").arg(i));
         m_pages->addWidget(page);
         page->ApplySettings();
+        connect(page, &Page::Idle, this, &frmMain::CloseWhenIdle);
     }
     connect(m_viewer, &ViewerPage::ViewerWanted, this, [this] { ShowPage(0); });
     connect(m_viewer, &ViewerPage::DatEditorWanted, this, [this] { ShowPage(DatEditorIndex); });
-    connect(m_options, &OptionsPage::BackColoursChanged, this, [this] { CurrentPage()->Redraw(); });
+    connect(m_viewer, &ViewerPage::PackerWanted, m_packer, &PackerPage::SetPaths);
+    connect(m_viewer, &ViewerPage::PackerWanted, this, [this] { ShowPage(PackerIndex); });
+    connect(m_viewer, &ViewerPage::UnpackerWanted, m_unpacker, &UnpackerPage::SetPaths);
+    connect(m_viewer, &ViewerPage::UnpackerWanted, this, [this] { ShowPage(UnpackerIndex); });
+    connect(m_viewer, &ViewerPage::ExtractWanted, this, [this](const UnpackOrder &order) {
+        ShowPage(UnpackerIndex);
+        m_unpacker->Run(order);
+    });
+    connect(m_options, &OptionsPage::BackColoursChanged, this, [this] { PageAt(m_currentPage)->Redraw(); });
 }
 
-Page *frmMain::CurrentPage() const
+Page *frmMain::PageAt(int page) const
 {
-    return static_cast<Page *>(m_pages->widget(m_currentPage));
+    return static_cast<Page *>(m_pages->widget(page));
 }
 
 void frmMain::ShowPage(int page)
@@ -140,7 +164,7 @@ void frmMain::PageShown(int page)
     if (page >= DrawnPages)
         return;
     m_currentPage = page;
-    CurrentPage()->Redraw();
+    PageAt(m_currentPage)->Redraw();
 }
 
 void frmMain::OpenCommandLine(const QString &folder, const QString &name)
@@ -200,8 +224,38 @@ void frmMain::ScrollByWheel(const QWheelEvent &event)
 
 void frmMain::closeEvent(QCloseEvent *event)
 {
-    Shutdown();
-    event->accept();
+    if (IsBusy()) {
+        event->ignore();
+        AbortJobs();
+    } else {
+        Shutdown();
+        event->accept();
+    }
+}
+
+bool frmMain::IsBusy() const
+{
+    for (int i = 0; i < PageCount; ++i)
+        if (PageAt(i)->IsBusy())
+            return true;
+    return false;
+}
+
+// A job runs in a handler of this window, which so must not go before the job has returned.
+void frmMain::AbortJobs()
+{
+    m_isClosing = true;
+    m_abort.Set();
+    m_pageButtons->setEnabled(false); // nothing new begins
+    m_pages->setEnabled(false);
+    for (int i = 0; i < PageCount; ++i)
+        PageAt(i)->Abort();
+}
+
+void frmMain::CloseWhenIdle()
+{
+    if (m_isClosing)
+        QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
 }
 
 void frmMain::Shutdown()
@@ -213,7 +267,7 @@ void frmMain::Shutdown()
     m_abort.Set();
     tmrFocusChecker.stop();
     for (int i = 0; i < m_pages->count(); ++i)
-        static_cast<Page *>(m_pages->widget(i))->Release();
+        PageAt(i)->Release();
     m_notification.Remove();
 }
 

@@ -1,6 +1,8 @@
 // The borderless main window: title bar, page buttons, the pages, and the strip below.
 #pragma once
 
+#include "archive/packjob.h"
+#include "archive/unpackjob.h"
 #include "platform/desktop/notificationicon.h"
 #include "platform/desktop/wheelnotches.h"
 #include "services/abortflag.h"
@@ -21,8 +23,10 @@ namespace wb
 
 class CaptionBar;
 class OptionsPage;
+class PackerPage;
 class Page;
 class StatusStrip;
+class UnpackerPage;
 class ViewerPage;
 
 class frmMain : public QWidget
@@ -56,8 +60,11 @@ private:
     void ToggleMaximised();
     void CheckFocus();
     void ScrollByWheel(const QWheelEvent &event);
+    bool IsBusy() const;
+    void AbortJobs();
+    void CloseWhenIdle();
     void Shutdown();
-    Page *CurrentPage() const;
+    Page *PageAt(int page) const;
 
     Dialogs &m_dialogs;
     QString m_settingsPath;
@@ -65,6 +72,7 @@ private:
     AbortFlag m_abort;
     frmRes m_res;
     bool m_active = true;
+    bool m_isClosing = false; // a page is still busy
     bool m_isShutDown = false;
     int m_currentPage = 0; // the page last shown among those that are drawn anew
 
@@ -72,8 +80,12 @@ private:
     QWidget *m_pageButtons;
     QStackedWidget *m_pages;
     StatusStrip *m_status;
+    UnpackJob m_unpackJob;
+    PackJob m_packJob;
     std::array<QPushButton *, PageCount> cmdPage{};
     ViewerPage *m_viewer = nullptr;
+    UnpackerPage *m_unpacker = nullptr;
+    PackerPage *m_packer = nullptr;
     OptionsPage *m_options = nullptr;
     NotificationIcon m_notification;
     WheelNotches m_wheel;

@@ -16,8 +16,9 @@ namespace
 {
 
 constexpr int MemoryInterval = 100; // ms
+constexpr int StepInterval = 20;    // ms
 
-}
+} // namespace
 
 StatusStrip::StatusStrip(QWidget *parent)
     : QWidget(parent), lblStatus(new QLabel(this)),
@@ -52,13 +53,19 @@ void StatusStrip::ProgressStart(std::int32_t maximum, const QString &text)
     prgProgress->SetMaximum(maximum);
     lblStatus->setText(text);
     ShowProgress(true);
+    m_sinceShown.invalidate();
     QCoreApplication::processEvents();
 }
 
+// Many items take less time than showing that they are done.
 void StatusStrip::ProgressStep(std::int32_t value, const QString &text)
 {
-    prgProgress->SetValue(value);
-    lblStatus->setText(text);
+    const bool isNews = !m_sinceShown.isValid() || m_sinceShown.hasExpired(StepInterval);
+    if (isNews || value == prgProgress->Maximum()) {
+        prgProgress->SetValue(value);
+        lblStatus->setText(text);
+        m_sinceShown.start();
+    }
     QCoreApplication::processEvents();
 }
 

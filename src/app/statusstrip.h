@@ -3,6 +3,7 @@
 
 #include "common/progress.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
 
@@ -34,6 +35,7 @@ private:
     QLabel *lblStatus;
     Gauge *prgProgress;
     Gauge *prgMem;
+    QElapsedTimer m_sinceShown; // a step; invalid before the first one
     QTimer tmrMemory;
 };
 

@@ -32,6 +32,12 @@ QString UpperName(QString name)
     return name;
 }
 
+bool IsUnsafe(QChar character)
+{
+    return character == u'\\' || character == u'/' || character == u':' ||
+           character.category() == QChar::Other_Control;
+}
+
 void Append(ByteArray &bytes, std::int32_t value)
 {
     auto end = ByteCount(bytes);
@@ -63,12 +69,14 @@ QString PkgWrittenName(const QString &name)
 
 bool IsSafeEntryName(const QString &name)
 {
-    const auto isForbidden = [](QChar character) {
-        return character == u'\\' || character == u'/' || character == u':' ||
-               character.category() == QChar::Other_Control;
-    };
     return !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..") &&
-           std::ranges::none_of(name, isForbidden);
+           std::ranges::none_of(name, IsUnsafe);
+}
+
+QString SafeEntryName(QString name)
+{
+    std::ranges::replace_if(name, IsUnsafe, QChar(u'_'));
+    return IsSafeEntryName(name) ? name : QStringLiteral("_");
 }
 
 ByteArray PkgDirectoryBytes(const PkgEntryList &list)

@@ -59,4 +59,7 @@ QString PkgWrittenName(const QString &name);
 // without "\", "/", ":" and control characters.
 bool IsSafeEntryName(const QString &name);
 
+// The name, with "_" for whatever makes it unsafe.
+QString SafeEntryName(QString name);
+
 } // namespace wb

@@ -10,6 +10,14 @@
 namespace wb::cli
 {
 
+namespace
+{
+
+const QString QuietOption = QStringLiteral("quiet");
+const QString JsonOption = QStringLiteral("json");
+
+} // namespace
+
 int Fail(const QString &path, const QString &reason)
 {
     std::fprintf(stderr, "workbench-cli: %s: %s\n", QFile::encodeName(path).constData(),
@@ -28,6 +36,29 @@ void Print(const QString &text)
     std::fputs(text.toUtf8().constData(), stdout);
 }
 
+void PrintLine(QString text)
+{
+    for (QChar &character : text)
+        if (character.category() == QChar::Other_Control)
+            character = u'?';
+    Print(text + u'\n');
+}
+
+void DeclareJson(QCommandLineParser &parser)
+{
+    parser.addOption({JsonOption, QStringLiteral("Print one JSON document.")});
+}
+
+bool WantsJson(const QCommandLineParser &parser)
+{
+    return parser.isSet(JsonOption);
+}
+
+void PrintJson(const QJsonDocument &document)
+{
+    Print(QString::fromUtf8(document.toJson(QJsonDocument::Compact)) + u'\n');
+}
+
 QString FromArgument(const QString &argument)
 {
     return FromNativePath(QFile::encodeName(argument).toStdString());
@@ -44,6 +75,16 @@ bool MayWrite(const QCommandLineParser &parser, const QString &argument)
         return true;
     Fail(argument, QStringLiteral("is already there; --force replaces it"));
     return false;
+}
+
+void DeclareQuiet(QCommandLineParser &parser)
+{
+    parser.addOption({QuietOption, QStringLiteral("Show no progress.")});
+}
+
+bool IsQuiet(const QCommandLineParser &parser)
+{
+    return parser.isSet(QuietOption);
 }
 
 bool ReadNumber(const QString &text, int lowest, int highest, int &number)

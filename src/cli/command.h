@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QCommandLineParser>
+#include <QJsonDocument>
 #include <QString>
 
 namespace wb::cli
@@ -13,11 +14,16 @@ struct Command {
     const char *name;
     const char *summary;
     void (*declare)(QCommandLineParser &parser); // its options and arguments
-    int arguments;                               // how many it takes
+    int fewestArguments;
+    int mostArguments;
     int (*run)(const QCommandLineParser &parser);
 };
 
 extern const Command InfoCommand;
+extern const Command ListCommand;
+extern const Command UnpackCommand;
+extern const Command ExtractCommand;
+extern const Command PackCommand;
 extern const Command ExportCommand;
 extern const Command GiCommand;
 
@@ -27,6 +33,13 @@ int Fail(const QString &path, const QString &reason);
 int Misuse(const QString &reason);
 
 void Print(const QString &text);
+// One line that stays one: a control character in it, as a hostile file name may have, shows as "?".
+void PrintLine(QString text);
+
+// The option by which a command prints one JSON document instead of text.
+void DeclareJson(QCommandLineParser &parser);
+bool WantsJson(const QCommandLineParser &parser);
+void PrintJson(const QJsonDocument &document);
 
 // The program's path of a file named on the command line.
 QString FromArgument(const QString &argument);
@@ -34,6 +47,10 @@ QString FromArgument(const QString &argument);
 // The option by which a command may replace files, and whether it may write `argument`; says so when not.
 void DeclareForce(QCommandLineParser &parser);
 bool MayWrite(const QCommandLineParser &parser, const QString &argument);
+
+// The option by which progress is hidden.
+void DeclareQuiet(QCommandLineParser &parser);
+bool IsQuiet(const QCommandLineParser &parser);
 
 // Reads "N" with N in the range; false for any other text.
 bool ReadNumber(const QString &text, int lowest, int highest, int &number);

@@ -1,4 +1,5 @@
 #include "cli/command.h"
+#include "cli/terminalprogress.h"
 #include "common/files.h"
 #include "common/paths.h"
 #include "platform/nativepath.h"
@@ -63,11 +64,17 @@ int WriteAll(const QCommandLineParser &parser, const ExportJob &job, const Frame
     for (int i = 0; i < document.Count; ++i)
         if (!MayWrite(parser, TargetOf(job, i, document.Count)))
             return Failed;
+    TerminalProgress bar(IsQuiet(parser));
+    bar.ProgressStart(document.Count, job.target);
     for (int i = 0; i < document.Count; ++i) {
         const QString target = TargetOf(job, i, document.Count);
-        if (!WritePicture(FromArgument(target), document.Pictures[std::size_t(i)], job.format, job.quality))
+        if (!WritePicture(FromArgument(target), document.Pictures[std::size_t(i)], job.format, job.quality)) {
+            bar.ProgressClear();
             return Fail(target, QStringLiteral("can't be written"));
+        }
+        bar.ProgressStep(i + 1, target);
     }
+    bar.ProgressClear();
     return Done;
 }
 
@@ -109,7 +116,7 @@ int Run(const QCommandLineParser &parser)
 
 } // namespace
 
-const Command ExportCommand{"export", "Write frames of a picture or animation as PNG or JPEG.", Declare, 2,
+const Command ExportCommand{"export", "Write frames of a picture or animation as PNG or JPEG.", Declare, 2, 2,
                             Run};
 
 } // namespace wb::cli

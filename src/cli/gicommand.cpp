@@ -75,6 +75,6 @@ int Run(const QCommandLineParser &parser)
 
 } // namespace
 
-const Command GiCommand{"gi", "Turn a PNG into a GI.", Declare, 2, Run};
+const Command GiCommand{"gi", "Turn a PNG into a GI.", Declare, 2, 2, Run};
 
 } // namespace wb::cli

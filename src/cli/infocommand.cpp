@@ -1,7 +1,9 @@
+#include "cli/archiveargument.h"
 #include "cli/command.h"
 #include "common/files.h"
 #include "gfx/graphicslibrary.h"
 #include "gi/giformat.h"
+#include "platform/nativepath.h"
 #include "viewer/documentloader.h"
 
 #include <QJsonArray>
@@ -37,8 +39,14 @@ void AddBounds(QJsonObject &object, ByteView bytes)
     object.insert(QStringLiteral("bottom"), header->Bounds.Bottom);
 }
 
-QJsonObject Describe(const FrameSet &document, ByteView bytes)
+// Nothing for what can't be read.
+QJsonObject DescribeDocument(const QString &path)
 {
+    ByteArray bytes;
+    ReadFileBytes(path, bytes);
+    const FrameSet document = OpenDocumentBuffer(bytes);
+    if (document.Count == 0)
+        return {};
     QJsonArray frames;
     for (std::size_t i = 0; i < document.Pictures.size(); ++i)
         frames.append(FrameObject(document, i));
@@ -50,25 +58,61 @@ QJsonObject Describe(const FrameSet &document, ByteView bytes)
     return object;
 }
 
-QString AsText(const QJsonObject &object)
+// Nothing for what is no archive.
+QJsonObject DescribeArchive(const QString &path)
 {
-    const auto number = [](const QJsonObject &holder, const char *key) {
-        return QString::number(holder.value(QLatin1String(key)).toInt());
-    };
+    FileError error = FileError::None;
+    const PkgHandle archive = PkgOpenRead(path, error);
+    if (archive == nullptr || !IsArchive(*archive))
+        return {};
+    int folders = 0;
+    int files = 0;
+    qint64 size = 0;
+    qint64 packed = 0;
+    for (const PkgEntry &entry : PkgReadTree(*archive, archive->RootOffset)) {
+        if (entry.Type == PkgFolder) {
+            ++folders;
+            continue;
+        }
+        ++files;
+        size += entry.Size;
+        packed += entry.PackedSize;
+    }
+    return {{QStringLiteral("kind"), QStringLiteral("PKG")},
+            {QStringLiteral("folders"), folders},
+            {QStringLiteral("files"), files},
+            {QStringLiteral("size"), size},
+            {QStringLiteral("packed"), packed}};
+}
+
+QString Number(const QJsonObject &holder, const char *key)
+{
+    return QString::number(holder.value(QLatin1String(key)).toInteger());
+}
+
+QString ArchiveText(const QJsonObject &object)
+{
+    return QStringLiteral("PKG, folders: %1, files: %2\n%3 bytes, packed %4\n")
+        .arg(Number(object, "folders"), Number(object, "files"), Number(object, "size"),
+             Number(object, "packed"));
+}
+
+QString DocumentText(const QJsonObject &object)
+{
     QString text = QStringLiteral("%1, frames: %2\n")
-                       .arg(object.value(QStringLiteral("kind")).toString(), number(object, "count"));
+                       .arg(object.value(QStringLiteral("kind")).toString(), Number(object, "count"));
     if (object.contains(QStringLiteral("left")))
         text += QStringLiteral("at %1,%2 to %3,%4\n")
-                    .arg(number(object, "left"), number(object, "top"), number(object, "right"),
-                         number(object, "bottom"));
+                    .arg(Number(object, "left"), Number(object, "top"), Number(object, "right"),
+                         Number(object, "bottom"));
     const QJsonArray frames = object.value(QStringLiteral("frames")).toArray();
     for (qsizetype i = 0; i < frames.size(); ++i) {
         const QJsonObject frame = frames[i].toObject();
         text += QStringLiteral("frame %1: %2 x %3, %4 bits per pixel")
-                    .arg(QString::number(i), number(frame, "width"), number(frame, "height"),
-                         number(frame, "bpp"));
+                    .arg(QString::number(i), Number(frame, "width"), Number(frame, "height"),
+                         Number(frame, "bpp"));
         if (frame.contains(QStringLiteral("type")))
-            text += QStringLiteral(", type %1").arg(number(frame, "type"));
+            text += QStringLiteral(", type %1").arg(Number(frame, "type"));
         text += u'\n';
     }
     return text;
@@ -76,28 +120,30 @@ QString AsText(const QJsonObject &object)
 
 void Declare(QCommandLineParser &parser)
 {
-    parser.addOption({QStringLiteral("json"), QStringLiteral("Print one JSON document.")});
+    DeclareJson(parser);
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The file to look at."));
 }
 
 int Run(const QCommandLineParser &parser)
 {
     const QString argument = parser.positionalArguments().front();
-    ByteArray bytes;
-    if (ReadFileBytes(FromArgument(argument), bytes) == 0)
+    const QString path = FromArgument(argument);
+    InputFile file;
+    if (file.Open(ToNativePath(path)) != FileError::None || file.Size() == 0)
         return Fail(argument, QStringLiteral("can't be read or is empty"));
-    const FrameSet document = OpenDocumentBuffer(bytes);
-    if (document.Count == 0)
+    const bool isArchive = IsPkgPath(path);
+    const QJsonObject description = isArchive ? DescribeArchive(path) : DescribeDocument(path);
+    if (description.isEmpty())
         return Fail(argument, QStringLiteral("is of no kind that can be read"));
-    const QJsonObject description = Describe(document, bytes);
-    Print(parser.isSet(QStringLiteral("json"))
-              ? QString::fromUtf8(QJsonDocument(description).toJson(QJsonDocument::Compact)) + u'\n'
-              : AsText(description));
+    if (WantsJson(parser))
+        PrintJson(QJsonDocument(description));
+    else
+        Print(isArchive ? ArchiveText(description) : DocumentText(description));
     return Done;
 }
 
 } // namespace
 
-const Command InfoCommand{"info", "Tell what a file is.", Declare, 1, Run};
+const Command InfoCommand{"info", "Tell what a file is.", Declare, 1, 1, Run};
 
 } // namespace wb::cli

@@ -13,7 +13,8 @@ namespace wb::cli
 namespace
 {
 
-const Command *const Commands[] = {&InfoCommand, &ExportCommand, &GiCommand};
+const Command *const Commands[] = {&InfoCommand, &ListCommand,   &UnpackCommand, &ExtractCommand,
+                                   &PackCommand, &ExportCommand, &GiCommand};
 
 QString Overview()
 {
@@ -51,7 +52,7 @@ int RunCommand(const Command &command, const QStringList &arguments)
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Show this help."));
     parser.addOption(help);
-    parser.addOption({QStringLiteral("quiet"), QStringLiteral("Show no progress.")});
+    DeclareQuiet(parser);
     command.declare(parser);
     if (!parser.parse(arguments))
         return Misuse(parser.errorText());
@@ -59,10 +60,11 @@ int RunCommand(const Command &command, const QStringList &arguments)
         Print(HelpOf(command, parser));
         return Done;
     }
-    if (parser.positionalArguments().size() != command.arguments)
-        return Misuse(QStringLiteral("%1 takes %2 argument(s); see --help")
+    const qsizetype count = parser.positionalArguments().size();
+    if (count < command.fewestArguments || count > command.mostArguments)
+        return Misuse(QStringLiteral("%1 does not take %2 argument(s); see --help")
                           .arg(QLatin1String(command.name))
-                          .arg(command.arguments));
+                          .arg(count));
     return RunLoaded(command, parser);
 }
 

@@ -1,3 +1,5 @@
+#define ZLIB_CONST // zlib takes its input as const
+
 #include "rastgl/rastgl.h"
 
 #include <cstring>
@@ -16,21 +18,53 @@ void PutLong(std::uint8_t *target, std::uint32_t value)
         target[i] = static_cast<std::uint8_t>(value >> 8 * i);
 }
 
+// A deflate stream to be used again: what compress2 makes for each call costs more than compressing a small
+// file.
+class Compressor
+{
+public:
+    Compressor() : m_isReady(::deflateInit(&m_stream, Z_DEFAULT_COMPRESSION) == Z_OK) {}
+    Compressor(const Compressor &) = delete;
+    Compressor &operator=(const Compressor &) = delete;
+    ~Compressor()
+    {
+        if (m_isReady)
+            ::deflateEnd(&m_stream);
+    }
+
+    // The length of the zlib stream, which is that of compress2; 0 when it does not fit.
+    std::int32_t Compress(std::uint8_t *target, std::int64_t room, const std::uint8_t *source,
+                          std::int32_t length)
+    {
+        if (!m_isReady || ::deflateReset(&m_stream) != Z_OK)
+            return 0;
+        m_stream.next_in = source;
+        m_stream.avail_in = uInt(length);
+        m_stream.next_out = target;
+        m_stream.avail_out = uInt(room);
+        const bool isWhole = ::deflate(&m_stream, Z_FINISH) == Z_STREAM_END;
+        return isWhole ? static_cast<std::int32_t>(m_stream.total_out) : 0;
+    }
+
+private:
+    z_stream m_stream = {};
+    bool m_isReady;
+};
+
 // Writes the header and the stream; `room` is what the stream may take. Gives the stream's length, 0 when it
 // does not fit.
 std::int32_t Pack(std::uint8_t *target, const char *tag, std::int64_t room, const std::uint8_t *source,
                   std::int32_t length)
 {
+    thread_local Compressor compressor;
     if (length < 0 || room <= 0)
         return 0;
-    auto streamLength = static_cast<uLongf>(room);
-    const Bytef nothing = 0;
-    if (::compress2(target + HeaderSize, &streamLength, length == 0 ? &nothing : source, uLong(length),
-                    Z_DEFAULT_COMPRESSION) != Z_OK)
+    const std::int32_t streamLength = compressor.Compress(target + HeaderSize, room, source, length);
+    if (streamLength == 0)
         return 0;
     std::memcpy(target, tag, 4);
     PutLong(target + 4, std::uint32_t(length));
-    return static_cast<std::int32_t>(streamLength);
+    return streamLength;
 }
 
 struct DecompressorDeleter {

@@ -1,16 +1,14 @@
 #include "viewer/browser.h"
 
-#include "common/files.h"
-#include "platform/fileio.h"
-#include "platform/nativepath.h"
-#include "platform/programfolder.h"
-#include "viewer/filetype.h"
-#include "viewer/viewertexts.h"
+#include "common/paths.h"
+#include "viewer/archivepane.h"
+#include "viewer/folderpane.h"
 #include "widgets/listicons.h"
 #include "widgets/picturebutton.h"
 
 #include <QButtonGroup>
 #include <QEvent>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -21,33 +19,76 @@ namespace wb
 {
 
 Browser::Browser(Settings &settings, const frmRes &res, QWidget *parent)
-    : QWidget(parent), m_settings(settings),
+    : QWidget(parent),
       cmdRoot(new PictureButton(QStringLiteral("cmdRoot"), res.imgRoot, tr("В корень (\\)"), this)),
-      cmdSub(new PictureButton(QStringLiteral("cmdSub"), res.imgUp, tr("На уровень вверх"), this)),
-      txtPath(new QLineEdit(this)), lstPKG(new ListBox(QStringLiteral("lstPKG"), this)),
-      lstDAT(new ListBox(QStringLiteral("lstDAT"), this)), lblFiles(new QLabel(this))
+      cmdSub(
+          new PictureButton(QStringLiteral("cmdSub"), res.imgUp, tr("На уровень вверх (Backspace)"), this)),
+      cmdPacker(
+          new PictureButton(QStringLiteral("cmdPacker"), res.imgPacker, tr("Запаковать папку (P)"), this)),
+      cmdUnPacker(new PictureButton(QStringLiteral("cmdUnPacker"), res.imgUnPacker,
+                                    tr("Распаковать архив (U)"), this)),
+      cmdExtract(new PictureButton(QStringLiteral("cmdExtract"), res.imgExtract, tr("Извлечь (E)"), this)),
+      txtPath(new QLineEdit(this)), lblFiles(new QLabel(this))
 {
-    lstFiles = new FileListBox(QStringLiteral("lstFiles"), FolderListPictures(LoadListIcons()),
-                               FilePatterns(), ProgramFolder(), this);
     txtPath->setObjectName(QStringLiteral("txtPath"));
     lblFiles->setObjectName(QStringLiteral("lblFiles"));
+    const std::vector<QIcon> icons = LoadListIcons();
+    m_folders = new FolderPane(settings, icons, this);
+    m_entries = new ArchivePane(icons, this);
+    m_panes = {m_folders, m_entries, new BrowserPane(new ListBox(QStringLiteral("lstDAT"), this))};
 
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
-    column->addWidget(MakeViewButtons());
+    column->addWidget(MakeTopRow());
     column->addWidget(MakeNavigation());
-    for (ListBox *list : Lists()) {
-        column->addWidget(list, 1);
-        list->setVisible(list == lstFiles);
-        connect(list, &ListBox::KeyPress, this, &Browser::KeyPress);
+    for (BrowserPane *pane : m_panes) {
+        column->addWidget(pane->List(), 1);
+        pane->List()->setVisible(pane == m_folders);
+        connect(pane->List(), &ListBox::KeyPress, this, &Browser::KeyPress);
+        // A list behind the one in view may change by itself.
+        connect(pane, &BrowserPane::Changed, this, [this, pane] {
+            if (pane == CurrentPane())
+                ShowTexts();
+        });
     }
     column->addWidget(lblFiles);
 
-    connect(lstFiles, &FileListBox::ChangeFolder, this, &Browser::FolderChanged);
-    connect(lstFiles, &ListBox::SelectionChanged, this, &Browser::SelectionChanged);
-    connect(lstFiles, &FileListBox::RowsRefreshed, this, &Browser::ShowFolderTexts);
+    connect(m_entries, &ArchivePane::Left, this, [this] { SetView(Files); });
+    connect(cmdPacker, &QToolButton::clicked, this, &Browser::WantPacker);
+    connect(cmdUnPacker, &QToolButton::clicked, this, &Browser::WantUnpacker);
+    connect(cmdExtract, &QToolButton::clicked, this, &Browser::ExtractWanted);
     OrderTabs();
+    UpdateButtons();
+}
+
+QWidget *Browser::MakeTopRow()
+{
+    auto *bar = new QWidget(this);
+    auto *row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(8);
+    row->addWidget(MakeViewButtons(), 1);
+    row->addWidget(MakeArchiveButtons());
+    return bar;
+}
+
+// The buttons come and go with what is selected, so each keeps its place: no other one moves under the mouse.
+QWidget *Browser::MakeArchiveButtons()
+{
+    auto *bar = new QWidget(this);
+    auto *cells = new QGridLayout(bar);
+    cells->setContentsMargins(0, 0, 0, 0);
+    cells->setSpacing(4);
+    cells->addWidget(cmdUnPacker, 0, 0);
+    cells->addWidget(cmdPacker, 0, 1);
+    cells->addWidget(cmdExtract, 0, 1); // never in view together with the other
+    for (PictureButton *button : {cmdUnPacker, cmdPacker}) {
+        QSizePolicy policy = button->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        button->setSizePolicy(policy);
+    }
+    return bar;
 }
 
 QWidget *Browser::MakeViewButtons()
@@ -64,6 +105,7 @@ QWidget *Browser::MakeViewButtons()
         button->setCheckable(true);
         button->setFocusPolicy(Qt::TabFocus);
         button->setProperty("segment", true);
+        button->setProperty("first", i == 0);
         button->installEventFilter(this);
         group->addButton(button);
         row->addWidget(button, 1);
@@ -84,27 +126,38 @@ QWidget *Browser::MakeNavigation()
     row->addWidget(cmdSub);
     row->addWidget(txtPath, 1);
     txtPath->installEventFilter(this);
-    connect(txtPath, &QLineEdit::returnPressed, this, &Browser::GoToTypedPath);
-    connect(cmdRoot, &QToolButton::clicked, this, &Browser::GoToRoot);
+    // A way up may lead to another list, which then gets the focus.
+    connect(cmdRoot, &QToolButton::clicked, this, [this] {
+        CurrentPane()->GoToRoot();
+        FocusList();
+    });
     connect(cmdRoot, &QToolButton::released, this, &Browser::FocusList);
-    connect(cmdSub, &QToolButton::clicked, this, &Browser::GoUp);
+    connect(cmdSub, &QToolButton::clicked, this, [this] {
+        CurrentPane()->GoUp();
+        FocusList();
+    });
+    connect(txtPath, &QLineEdit::returnPressed, this, [this] {
+        CurrentPane()->GoTo(txtPath->text());
+        FocusList();
+    });
     return bar;
 }
 
-std::array<ListBox *, 3> Browser::Lists() const
+BrowserPane *Browser::CurrentPane() const
 {
-    return {lstFiles, lstPKG, lstDAT};
+    return m_panes[m_view];
 }
 
 ListBox *Browser::CurrentList() const
 {
-    return Lists()[m_view];
+    return CurrentPane()->List();
 }
 
 void Browser::OrderTabs()
 {
-    QWidget *const order[] = {cmdFileView[0], cmdFileView[1], cmdFileView[2], cmdRoot, cmdSub,
-                              txtPath,        lstFiles,       lstPKG,         lstDAT};
+    QWidget *const order[] = {
+        cmdFileView[0], cmdFileView[1],     cmdFileView[2],     cmdRoot,           cmdSub,
+        txtPath,        m_panes[0]->List(), m_panes[1]->List(), m_panes[2]->List()};
     for (std::size_t i = 1; i < std::size(order); ++i)
         setTabOrder(order[i - 1], order[i]);
 }
@@ -116,73 +169,50 @@ void Browser::SetView(View view)
 
 void Browser::SwitchView(View view)
 {
-    m_switching = true;
     m_view = view;
     // The chosen list first: hiding the one with the focus must not send the focus elsewhere.
     CurrentList()->show();
     FocusList();
-    for (ListBox *list : Lists())
-        list->setVisible(list == CurrentList());
-    if (view == Files) {
-        SelectionChanged();
-    } else {
-        txtPath->clear();
-        lblFiles->setText(ObjectsText(0));
-    }
-    m_switching = false;
+    for (const BrowserPane *pane : m_panes)
+        pane->List()->setVisible(pane->List() == CurrentList());
+    ShowTexts();
 }
 
-QString Browser::SelectedFile() const
+void Browser::ShowTexts()
 {
-    const QString name = lstFiles->SelectedName();
-    if (name.isEmpty())
-        return {};
-    const QString file = Path().endsWith(u'\\') ? Path() + name : Path() + u'\\' + name;
-    return FileExists(file) ? file : QString();
+    txtPath->setText(CurrentPane()->PathText());
+    lblFiles->setText(CurrentPane()->CountText());
+    UpdateButtons();
 }
 
-bool Browser::SelectFile(const QString &name)
+void Browser::SetBusy(bool busy)
 {
-    const int row = name.isEmpty() ? -1 : lstFiles->FindName(name, 1);
-    if (row >= 0)
-        lstFiles->SetListIndex(row);
-    return row >= 0;
+    m_busy = busy;
+    UpdateButtons();
 }
 
-int Browser::ObjectCount() const
+void Browser::UpdateButtons()
 {
-    return Path().isEmpty() ? lstFiles->ListCount() : lstFiles->ListCount() - 1;
+    cmdPacker->setVisible(m_view == Files && !m_folders->Path().isEmpty());
+    cmdUnPacker->setVisible(m_view == Files && IsPkgPath(m_folders->SelectedFile()));
+    cmdExtract->setVisible(m_view == Archive);
+    cmdPacker->setEnabled(!m_busy);
+    cmdUnPacker->setEnabled(!m_busy);
+    cmdExtract->setEnabled(!m_busy && m_entries->SelectedEntry() != nullptr);
 }
 
-void Browser::FolderChanged()
+void Browser::WantPacker()
 {
-    m_settings.Dir = Path();
-    ShowFolderTexts();
+    const QString folder = m_folders->SelectedFolder();
+    Q_EMIT PackerWanted(folder, folder + QStringLiteral(".pkg"));
 }
 
-// The folder list goes on by itself behind the other lists, whose texts then stand there.
-void Browser::ShowFolderTexts()
+void Browser::WantUnpacker()
 {
-    if (m_view != Files)
+    const QString archive = m_folders->SelectedFile();
+    if (archive.isEmpty()) // gone since it was selected
         return;
-    txtPath->setText(Path());
-    const QString file = SelectedFile();
-    lblFiles->setText(file.isEmpty() ? ObjectsText(ObjectCount())
-                                     : ObjectsText(ObjectCount(), GetFileFacts(ToNativePath(file)).Size));
-}
-
-void Browser::SelectionChanged()
-{
-    ShowFolderTexts();
-    const QString file = SelectedFile();
-    if (m_view == Files && !m_switching && !file.isEmpty())
-        Q_EMIT FileSelected(file);
-}
-
-void Browser::DeselectOther(const QString &file)
-{
-    if (SelectedFile() != file)
-        lstFiles->SetListIndex(-1);
+    Q_EMIT UnpackerWanted(archive, NormalizePath(GetFolder(archive) + u'\\' + GetFileTitle(archive)));
 }
 
 void Browser::FocusList()
@@ -194,31 +224,6 @@ void Browser::FocusList()
 void Browser::ScrollList(int rows)
 {
     CurrentList()->SetTopIndex(CurrentList()->TopIndex() + rows);
-}
-
-void Browser::GoUp()
-{
-    if (m_view == Files && !Path().isEmpty()) {
-        lstFiles->SetListIndex(0);
-        lstFiles->OpenSelected();
-    }
-    FocusList();
-}
-
-void Browser::GoToRoot()
-{
-    constexpr int DriveRootLength = 3;
-    if (m_view == Files && Path().size() > DriveRootLength)
-        lstFiles->SetPath(Path().left(DriveRootLength));
-    FocusList();
-}
-
-void Browser::GoToTypedPath()
-{
-    if (m_view != Files)
-        return;
-    lstFiles->SetPath(PathFromUserText(txtPath->text()));
-    FocusList();
 }
 
 bool Browser::eventFilter(QObject *watched, QEvent *event)

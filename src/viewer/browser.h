@@ -2,7 +2,6 @@
 #pragma once
 
 #include "services/settings.h"
-#include "widgets/filelistbox.h"
 #include "widgets/frmres.h"
 
 #include <QWidget>
@@ -16,6 +15,10 @@ class QPushButton;
 namespace wb
 {
 
+class ArchivePane;
+class BrowserPane;
+class FolderPane;
+class ListBox;
 class PictureButton;
 
 class Browser : public QWidget
@@ -30,53 +33,50 @@ public:
     View CurrentView() const { return m_view; }
     void SetView(View view); // presses cmdFileView(view)
 
-    // The file selected in the folder list; empty for a folder, ".." or nothing.
-    QString SelectedFile() const;
+    FolderPane &Folders() const { return *m_folders; }
+    ArchivePane &Entries() const { return *m_entries; }
 
-    const QString &Path() const { return lstFiles->Path(); }
-    void SetPath(const QString &path) { lstFiles->SetPath(path); }
-
-    // Selects a file of the folder shown by its name, ignoring case. False when it is not there.
-    bool SelectFile(const QString &name);
-
-    // Takes the selection away unless it is the file, which was opened by other means.
-    void DeselectOther(const QString &file);
+    // While the viewer is busy nothing is packed, unpacked or extracted.
+    void SetBusy(bool busy);
 
     void FocusList();
     void ScrollList(int rows);
 
 Q_SIGNALS:
-    // A file was selected in the folder list that is there.
-    void FileSelected(const QString &path);
     void ViewDoubleClicked(View view);
     void KeyPress(QChar character);
+    // The folder and the archive that a packing or unpacking should begin with.
+    void PackerWanted(const QString &folder, const QString &archive);
+    void UnpackerWanted(const QString &archive, const QString &folder);
+    void ExtractWanted();
 
 private:
     QWidget *MakeNavigation();
     QWidget *MakeViewButtons();
-    std::array<ListBox *, 3> Lists() const;
+    QWidget *MakeArchiveButtons();
+    QWidget *MakeTopRow();
+    BrowserPane *CurrentPane() const;
     ListBox *CurrentList() const;
     void OrderTabs();
-    void FolderChanged();
-    void ShowFolderTexts();
-    void SelectionChanged();
     void SwitchView(View view);
-    void GoUp();
-    void GoToRoot();
-    void GoToTypedPath();
-    int ObjectCount() const;
+    void ShowTexts();
+    void UpdateButtons();
+    void WantPacker();
+    void WantUnpacker();
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-    Settings &m_settings;
     View m_view = Files;
-    bool m_switching = false;
+    bool m_busy = false;
+    FolderPane *m_folders;
+    ArchivePane *m_entries;
+    std::array<BrowserPane *, 3> m_panes; // of the views
     std::array<QPushButton *, 3> cmdFileView;
     PictureButton *cmdRoot;
     PictureButton *cmdSub;
+    PictureButton *cmdPacker;
+    PictureButton *cmdUnPacker;
+    PictureButton *cmdExtract;
     QLineEdit *txtPath;
-    FileListBox *lstFiles;
-    ListBox *lstPKG;
-    ListBox *lstDAT;
     QLabel *lblFiles;
 };
 

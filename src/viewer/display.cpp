@@ -126,9 +126,8 @@ void Display::CloseDocument()
 {
     if (tmrAnim.isActive())
         TogglePlayback();
-    m_busy = true;
     m_shown = false;
-    UpdateButtons();
+    SetBusy(true);
     m_frame = 0;
     sldFrame->setValue(0);
     sldFrame->setMaximum(1);
@@ -149,8 +148,7 @@ void Display::ShowDocument()
     picPicture->ResetPlace();
     m_shown = true;
     DrawCurrentFrame();
-    m_busy = false;
-    UpdateButtons();
+    SetBusy(false);
     if (m_settings.AutoPlayAnim && m_document.Mode == DocumentMode::Pictures)
         cmdPlay->click();
 }
@@ -166,6 +164,13 @@ void Display::Release()
     CloseDocument();
     picPicture->Clear();
     tmrDraw.stop();
+}
+
+void Display::SetBusy(bool busy)
+{
+    m_busy = busy;
+    UpdateButtons();
+    Q_EMIT BusyChanged(busy);
 }
 
 void Display::UpdateButtons()

@@ -30,6 +30,9 @@ public:
 
     const QString &DocumentPath() const { return m_documentPath; }
 
+    // A document is being replaced.
+    bool IsBusy() const { return m_busy; }
+
     // Replaces the document by what `open` gives, and shows it under `path`. Does nothing while busy.
     void Open(const QString &path, const std::function<FrameSet()> &open);
 
@@ -43,12 +46,14 @@ Q_SIGNALS:
     // The browser's list should have the focus.
     void Released();
     void FileDropped(const QString &path);
+    void BusyChanged(bool busy);
 
 private:
     QWidget *MakeToolBar();
     QWidget *MakeStatusStrip();
     void CloseDocument();
     void ShowDocument();
+    void SetBusy(bool busy);
     void UpdateButtons();
     void UpdateFrameTexts();
     void DrawCurrentFrame();

@@ -1,9 +1,13 @@
 #include "viewer/viewerpage.h"
 
 #include "common/files.h"
+#include "common/paths.h"
+#include "services/uitext.h"
+#include "viewer/archivepane.h"
 #include "viewer/browser.h"
 #include "viewer/display.h"
 #include "viewer/documentloader.h"
+#include "viewer/folderpane.h"
 
 #include <QAbstractButton>
 #include <QSplitter>
@@ -28,10 +32,12 @@ constexpr KeyButton ViewKeys[] = {
     {u'2', "cmdFileView(1)"},
     {u'3', "cmdFileView(2)"},
 };
+constexpr char16_t Backspace = 8;
 constexpr char16_t Escape = 27;
 constexpr KeyButton Keys[] = {
-    {u'\\', "cmdRoot"},  {Escape, "cmdAbort"}, {u'-', "cmdZoomOut"},
-    {u'=', "cmdZoomIn"}, {u'+', "cmdZoomIn"},  {u' ', "cmdPlay"},
+    {u'\\', "cmdRoot"},    {Backspace, "cmdSub"}, {Escape, "cmdAbort"}, {u'p', "cmdPacker"},
+    {u'u', "cmdUnPacker"}, {u'e', "cmdExtract"},  {u'-', "cmdZoomOut"}, {u'=', "cmdZoomIn"},
+    {u'+', "cmdZoomIn"},   {u' ', "cmdPlay"},
 };
 
 const char *ButtonOf(std::span<const KeyButton> keys, QChar character)
@@ -43,9 +49,9 @@ const char *ButtonOf(std::span<const KeyButton> keys, QChar character)
 } // namespace
 
 ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res,
-                       QWidget *parent)
-    : Page(parent), m_settings(settings), m_browser(new Browser(settings, res, this)),
-      m_display(new Display(settings, dialogs, abort, res, this))
+                       const ArchiveJob &unpackJob, QWidget *parent)
+    : Page(parent), m_settings(settings), m_dialogs(dialogs), m_unpackJob(unpackJob),
+      m_browser(new Browser(settings, res, this)), m_display(new Display(settings, dialogs, abort, res, this))
 {
     auto *halves = new QSplitter(this);
     halves->setChildrenCollapsible(false);
@@ -61,7 +67,12 @@ ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, c
     column->setContentsMargins(12, 12, 12, 10);
     column->addWidget(halves);
 
-    connect(m_browser, &Browser::FileSelected, this, &ViewerPage::FileSelected);
+    connect(&m_browser->Folders(), &FolderPane::FileSelected, this, &ViewerPage::FileSelected);
+    connect(&m_browser->Folders(), &FolderPane::FileOpened, this, &ViewerPage::FileOpened);
+    connect(&m_browser->Entries(), &ArchivePane::EntrySelected, this, &ViewerPage::EntrySelected);
+    connect(m_browser, &Browser::PackerWanted, this, &ViewerPage::PackerWanted);
+    connect(m_browser, &Browser::UnpackerWanted, this, &ViewerPage::UnpackerWanted);
+    connect(m_browser, &Browser::ExtractWanted, this, &ViewerPage::Extract);
     connect(m_browser, &Browser::KeyPress, this, &ViewerPage::PressKey);
     connect(m_browser, &Browser::ViewDoubleClicked, this, [this](Browser::View view) {
         if (view == Browser::Records)
@@ -70,13 +81,14 @@ ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, c
             Q_EMIT ViewerWanted();
     });
     connect(m_display, &Display::FileDropped, this, &ViewerPage::FileDropped);
+    connect(m_display, &Display::BusyChanged, m_browser, &Browser::SetBusy);
     connect(m_display, &Display::Released, this, &ViewerPage::FocusList);
 }
 
 void ViewerPage::ApplySettings()
 {
     Redraw();
-    m_browser->SetPath(m_settings.Dir);
+    m_browser->Folders().SetPath(m_settings.Dir);
 }
 
 void ViewerPage::Redraw()
@@ -92,6 +104,7 @@ void ViewerPage::ScrollList(int rows)
 void ViewerPage::Release()
 {
     m_display->Release();
+    m_browser->Entries().Close();
 }
 
 void ViewerPage::FocusList()
@@ -106,19 +119,33 @@ void ViewerPage::showEvent(QShowEvent *)
 
 void ViewerPage::OpenNamed(const QString &folder, const QString &name)
 {
-    m_browser->SetPath(folder);
-    m_browser->SelectFile(name);
+    m_browser->Folders().SetPath(folder);
+    m_browser->Folders().OpenNamed(name);
 }
 
 void ViewerPage::OpenInViewer(const QString &path)
 {
-    m_display->Open(path, [&path] { return OpenDocumentFile(path); });
+    if (IsPkgPath(path))
+        m_browser->Entries().Open(path);
+    else
+        m_display->Open(path, [&path] { return OpenDocumentFile(path); });
 }
 
 void ViewerPage::FileSelected(const QString &path)
 {
-    if (path != m_display->DocumentPath())
+    if (path != m_display->DocumentPath() && path != Archive().Path())
         OpenInViewer(path);
+}
+
+// An archive that can't be opened is reported now only; selecting it said nothing.
+void ViewerPage::FileOpened(const QString &path)
+{
+    if (!IsPkgPath(path))
+        return;
+    if (Archive().Error() == FileError::None)
+        m_browser->SetView(Browser::Archive);
+    else
+        ReportFileError(m_dialogs, Archive().Error());
 }
 
 void ViewerPage::FileDropped(const QString &path)
@@ -126,7 +153,81 @@ void ViewerPage::FileDropped(const QString &path)
     if (!FileExists(path))
         return;
     OpenInViewer(path);
-    m_browser->DeselectOther(path);
+    if (IsPkgPath(path))
+        m_browser->SetView(Browser::Archive);
+}
+
+const OpenArchive &ViewerPage::Archive() const
+{
+    return m_browser->Entries().Archive();
+}
+
+bool ViewerPage::IsShown(const PkgEntry &entry) const
+{
+    return entry.FullPath() == m_display->DocumentPath() && entry.Offset == m_documentOffset &&
+           Archive().Handle() == m_documentArchive.lock();
+}
+
+void ViewerPage::EntrySelected(const PkgEntry &entry)
+{
+    if (m_display->IsBusy() || IsShown(entry))
+        return;
+    m_documentArchive = Archive().Handle();
+    m_documentOffset = entry.Offset;
+    // What is read may let events run that close the archive; its bytes come first.
+    m_display->Open(entry.FullPath(),
+                    [this, entry] { return OpenDocumentBuffer(Archive().ReadEntry(entry)); });
+}
+
+void ViewerPage::Extract()
+{
+    if (m_unpackJob.IsBusy()) {
+        m_dialogs.Error(UiText(TextUnpackerBusy), ErrorTitle);
+        return;
+    }
+    const PkgEntry *selected = m_browser->Entries().SelectedEntry();
+    if (selected == nullptr)
+        return;
+    // Kept while dialogs let events run.
+    const PkgEntry entry = *selected;
+    const PkgHandle archive = Archive().Handle();
+    if (entry.Type == PkgFolder)
+        ExtractFolder(archive, entry);
+    else
+        ExtractFile(*archive, entry);
+}
+
+void ViewerPage::ExtractFile(const PkgArchive &archive, const PkgEntry &file)
+{
+    const QString name = SafeEntryName(file.Name);
+    const QString &folder = m_settings.OpenDir;
+    const QString path = m_dialogs.SaveFile(UiText(TextAllFiles) + QStringLiteral(" (*.*)|*.*"),
+                                            folder.isEmpty() ? name : NormalizePath(folder + u'\\' + name));
+    if (path.isEmpty())
+        return;
+    ByteArray bytes;
+    PkgReadEntryData(archive, bytes, file);
+    if (!WriteFileBytes(path, bytes))
+        ReportFileError(m_dialogs, FileError::AccessError);
+    m_settings.OpenDir = GetFolder(path);
+}
+
+void ViewerPage::ExtractFolder(const PkgHandle &archive, const PkgEntry &folder)
+{
+    if (!IsSafeEntryName(folder.Name)) {
+        ReportFileError(m_dialogs, FileError::PathNotFound);
+        return;
+    }
+    const QString target =
+        m_dialogs.ChooseFolder(tr("Выберите папку, в которую извлечь файлы:"), m_settings.OpenDir);
+    if (target.isEmpty())
+        return;
+    UnpackOrder order;
+    order.Archive = archive;
+    order.TargetFolder = NormalizePath(target + u'\\' + folder.Name);
+    order.StartOffset = folder.Offset;
+    order.LogPrefix = folder.Name + u'\\';
+    Q_EMIT ExtractWanted(order);
 }
 
 void ViewerPage::PressKey(QChar character)
@@ -136,7 +237,8 @@ void ViewerPage::PressKey(QChar character)
         name = ButtonOf(Keys, character);
     if (name == nullptr)
         return;
-    if (auto *button = findChild<QAbstractButton *>(QLatin1String(name)); button->isEnabled())
+    if (auto *button = findChild<QAbstractButton *>(QLatin1String(name));
+        button->isVisible() && button->isEnabled())
         button->click();
 }
 

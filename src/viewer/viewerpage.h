@@ -1,6 +1,7 @@
 // The "ResViewer" page: a browser on the left, the document on the right.
 #pragma once
 
+#include "archive/unpackjob.h"
 #include "services/abortflag.h"
 #include "services/dialogs.h"
 #include "services/settings.h"
@@ -12,13 +13,16 @@ namespace wb
 
 class Browser;
 class Display;
+class OpenArchive;
 
 class ViewerPage : public Page
 {
     Q_OBJECT
 
 public:
-    ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res, QWidget *parent);
+    // Nothing is extracted while `unpackJob` is busy.
+    ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res,
+               const ArchiveJob &unpackJob, QWidget *parent);
 
     void ApplySettings() override;
     void Redraw() override;
@@ -34,6 +38,11 @@ Q_SIGNALS:
     // Double clicks on the list buttons bring a page forward.
     void ViewerWanted();
     void DatEditorWanted();
+    // The packer and unpacker pages should come forward and propose these paths.
+    void PackerWanted(const QString &folder, const QString &archive);
+    void UnpackerWanted(const QString &archive, const QString &folder);
+    // The unpacker page should come forward and extract a folder of the archive open here.
+    void ExtractWanted(const UnpackOrder &order);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -41,12 +50,24 @@ protected:
 private:
     void OpenInViewer(const QString &path);
     void FileSelected(const QString &path);
+    void FileOpened(const QString &path);
     void FileDropped(const QString &path);
+    void EntrySelected(const PkgEntry &entry);
+    const OpenArchive &Archive() const;
+    bool IsShown(const PkgEntry &entry) const;
+    void Extract();
+    void ExtractFile(const PkgArchive &archive, const PkgEntry &file);
+    void ExtractFolder(const PkgHandle &archive, const PkgEntry &folder);
     void PressKey(QChar character);
 
     Settings &m_settings;
+    Dialogs &m_dialogs;
+    const ArchiveJob &m_unpackJob;
     Browser *m_browser;
     Display *m_display;
+    // Where in which archive the document lies, if in one: entries of different ones may have the same path.
+    std::weak_ptr<const PkgArchive> m_documentArchive;
+    std::int32_t m_documentOffset = 0;
 };
 
 } // namespace wb

@@ -33,9 +33,6 @@ public:
     // The first row from `first` on whose name is `name` ignoring case, or -1.
     int FindName(const QString &name, int first) const;
 
-    // Goes where the selected row leads; a file leads nowhere.
-    void OpenSelected() override;
-
     // Lists the folder again now, as the timer does.
     void Refresh();
 
@@ -43,6 +40,10 @@ Q_SIGNALS:
     void ChangeFolder();
     // A refresh found other rows; the selection is where it was, or on the first row when its row is gone.
     void RowsRefreshed();
+
+protected:
+    // Goes where the selected row leads; a file leads nowhere.
+    void OpenSelected() override;
 
 private:
     class Rows;

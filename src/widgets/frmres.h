@@ -21,6 +21,9 @@ struct frmRes {
     QIcon imgAbort;
     QIcon imgRoot;
     QIcon imgUp;
+    QIcon imgPacker;
+    QIcon imgUnPacker;
+    QIcon imgExtract;
     QIcon imgMin;
     QIcon imgTray;
     QIcon imgClose;

@@ -71,6 +71,14 @@ void ListBox::SetListIndex(int row)
         clearSelection();
 }
 
+void ListBox::Activate()
+{
+    if (ListIndex() < 0)
+        return;
+    OpenSelected();
+    Q_EMIT DblClick();
+}
+
 int ListBox::TopIndex() const
 {
     return verticalScrollBar()->value();
@@ -130,10 +138,7 @@ void ListBox::keyPressEvent(QKeyEvent *event)
     if (const int row = RowAfterKey(event->key()); row >= 0 && ListCount() > 0) {
         SetListIndex(row);
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (ListIndex() >= 0) {
-            OpenSelected();
-            Q_EMIT DblClick();
-        }
+        Activate();
     } else if (!event->text().isEmpty()) {
         Q_EMIT KeyPress(event->text().front());
     } else {
@@ -141,12 +146,19 @@ void ListBox::keyPressEvent(QKeyEvent *event)
     }
 }
 
+void ListBox::mousePressEvent(QMouseEvent *event)
+{
+    const QModelIndex clicked = indexAt(event->position().toPoint());
+    const bool isAgain = event->button() == Qt::LeftButton && clicked.isValid() && clicked == currentIndex();
+    QListView::mousePressEvent(event);
+    if (isAgain)
+        Q_EMIT SelectionChanged();
+}
+
 void ListBox::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    if (event->button() != Qt::LeftButton || !indexAt(event->position().toPoint()).isValid())
-        return;
-    OpenSelected();
-    Q_EMIT DblClick();
+    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
+        Activate();
 }
 
 // The selected row is always the highlighted one: a click beside the rows, or with a key held, takes nothing

@@ -34,6 +34,9 @@ public:
     int ListIndex() const; // the selected row, -1 when none is
     void SetListIndex(int row);
 
+    // What a double click on the selected row does, and Enter.
+    void Activate();
+
     int TopIndex() const; // the first row in view
     void SetTopIndex(int row);
     int WholeRowsInView() const;
@@ -42,6 +45,7 @@ public:
     void SetRows(std::shared_ptr<const RowSource> rows, int row);
 
 Q_SIGNALS:
+    // Another row is selected, or the selected one was clicked again.
     void SelectionChanged();
     void DblClick();
     // A key that gives a character and moves nothing in the list; Escape and Backspace are their control
@@ -49,10 +53,11 @@ Q_SIGNALS:
     void KeyPress(QChar character);
 
 protected:
-    // What a double click and Enter do before DblClick is sent.
+    // What a list does by itself before DblClick is sent.
     virtual void OpenSelected() {}
 
     void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
                                                          const QEvent *event) const override;

@@ -20,8 +20,18 @@ public:
     // Draws again what depends on colours, size or visibility.
     virtual void Redraw() {}
 
+    // Whether a job of the page runs. The window stays open until none does.
+    virtual bool IsBusy() const { return false; }
+
+    // Makes that job end soon.
+    virtual void Abort() {}
+
     // The program ends: stop what runs and free every picture.
     virtual void Release() {}
+
+Q_SIGNALS:
+    // The page's job has ended and left nothing behind.
+    void Idle();
 };
 
 } // namespace wb

@@ -1,3 +1,4 @@
+#include "app/statusstrip.h"
 #include "common/files.h"
 #include "support/windowtest.h"
 #include "widgets/colourswatch.h"
@@ -5,6 +6,7 @@
 #include "widgets/gauge.h"
 
 #include <QCheckBox>
+#include <QElapsedTimer>
 
 namespace wb
 {
@@ -131,6 +133,23 @@ TEST_F(MainWindow, TheMemoryGaugeTellsOfTheMachine)
     EXPECT_TRUE(QTest::qWaitFor([gauge] { return !gauge->toolTip().isEmpty(); }));
     EXPECT_GT(gauge->Maximum(), gauge->Value());
     EXPECT_GT(gauge->Value(), 0);
+}
+
+TEST_F(MainWindow, ManyFastStepsAreShownNowAndThen)
+{
+    OpenWindow();
+    auto *strip = Find<StatusStrip>("picStatus");
+    QElapsedTimer timer;
+    timer.start();
+    strip->ProgressStart(20000, {});
+    int shown = 0;
+    for (int step = 1; step <= 20000; ++step) {
+        strip->ProgressStep(step, QString::number(step));
+        shown += Text("lblStatus").toInt() == step;
+        ASSERT_GT(shown, 0); // the first
+    }
+    EXPECT_EQ(20000, Find<Gauge>("prgProgress")->Value());
+    EXPECT_LE(shown, 2 + timer.elapsed() / 20);
 }
 
 TEST_F(MainWindow, AnUnwritableSettingsFileDoesNotStopStartOrEnd)

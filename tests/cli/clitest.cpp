@@ -1,71 +1,13 @@
 // Runs of workbench-cli as a script sees them.
-#include "gfx/pixels.h"
+#include "cli/clitest.h"
 #include "gi/giformat.h"
-#include "support/samplefolder.h"
 #include "support/table.h"
-#include "viewer/documentloader.h"
 
-#include <QCoreApplication>
 #include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 #include <gmock/gmock.h>
 
 namespace wb
 {
-
-namespace
-{
-
-class CliTest : public testing::Test
-{
-protected:
-    struct Result {
-        int status = -1; // -1: it did not start, hung or crashed
-        std::string out;
-        std::string errors;
-    };
-
-    // Runs in the folder, with arguments as a shell would part them.
-    Result Run(const QString &line, const QString &output = {}) const
-    {
-        QProcess program;
-        program.setWorkingDirectory(folder.NativeText());
-        if (!output.isEmpty())
-            program.setStandardOutputFile(output);
-        program.start(QCoreApplication::applicationDirPath() + u"/workbench-cli"_qs,
-                      line.split(u' ', Qt::SkipEmptyParts));
-        const bool ended = program.waitForFinished() && program.exitStatus() == QProcess::NormalExit;
-        return {ended ? program.exitCode() : -1, program.readAllStandardOutput().toStdString(),
-                program.readAllStandardError().toStdString()};
-    }
-
-    void ExpectDone(const QString &line) const
-    {
-        const Result run = Run(line);
-        EXPECT_EQ(0, run.status) << line.toStdString();
-        EXPECT_EQ("", run.out + run.errors) << line.toStdString();
-    }
-
-    void ExpectFails(const QString &line, const std::string &message, const QString &output = {}) const
-    {
-        const Result run = Run(line, output);
-        EXPECT_EQ(1, run.status) << line.toStdString();
-        EXPECT_EQ("", run.out) << line.toStdString();
-        EXPECT_EQ("workbench-cli: " + message + '\n', run.errors) << line.toStdString();
-    }
-
-    FrameBuf ReadBack(const QString &name, const char *kind) const
-    {
-        const FrameSet document = OpenDocumentFile(folder.Path(name));
-        EXPECT_EQ(kind, document.Kind);
-        return document.Count == 0 ? FrameBuf() : DibToFrameBuf(document.Pictures[0]);
-    }
-
-    SampleFolder folder;
-};
-
-} // namespace
 
 TEST_F(CliTest, TellsWhatItIsAskedFor)
 {
@@ -74,6 +16,7 @@ TEST_F(CliTest, TellsWhatItIsAskedFor)
     sprite.Y = 34;
     folder.AddPng("Картинка.png", sprite);
     folder.AddGi("Спрайт.gi", sprite, 2, 2);
+    PutArchive("Архив.PKG", "cli/archive.txt");
     EXPECT_THAT(Run(u"--version"_qs).out, testing::MatchesRegex("workbench-cli [0-9]+\\.[0-9]+\\.[0-9]+\n"));
     for (const TableRow &row : ReadTable("cli/outputs.txt", 2)) {
         const Result run = Run(row.Text(0));
@@ -81,7 +24,7 @@ TEST_F(CliTest, TellsWhatItIsAskedFor)
         EXPECT_THAT(run.out, testing::StartsWith(row.Bytes(1)));
     }
     for (const TableRow &row : ReadTable("cli/descriptions.txt", 2)) {
-        const Result run = Run(u"info --json "_qs + row.Text(0));
+        const Result run = Run(row.Text(0));
         EXPECT_EQ(QJsonDocument::fromJson(row.Bytes(1).c_str()), QJsonDocument::fromJson(run.out.c_str()))
             << run.out;
     }
@@ -154,12 +97,15 @@ TEST_F(CliTest, WhatIsRefusedOrFailsLeavesTheOutputAlone)
     folder.AddPng("2", MakeSprite(2));
     folder.Put("обрывок", folder.Get("0").substr(0, 30));
     folder.Put("пусто", "");
+    folder.Put("обман.pkg", folder.Get("0"));
+    PutArchive("а.pkg", "cli/archive.txt");
+    folder.MakeFolder("папка");
     folder.Put("старый.png", "older");
     for (const TableRow &row : ReadTable("cli/failures.txt", 2))
         for (const QString &out : {u"старый.png"_qs, u"новый.png"_qs})
             ExpectFails(row.Text(0).replace(u"OUT"_qs, out), row.Bytes(1));
     EXPECT_EQ("older", folder.Get("старый.png"));
-    EXPECT_EQ(5U, folder.EntryCount());
+    EXPECT_EQ(8U, folder.EntryCount());
     ExpectDone(u"export --all 0 старый.png --force"_qs);
     EXPECT_EQ(23, ReadBack(u"старый.png"_qs, "PNG").Height);
 }

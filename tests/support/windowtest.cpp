@@ -2,6 +2,10 @@
 
 #include "widgets/filelistbox.h"
 
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
+
 namespace wb
 {
 
@@ -39,9 +43,32 @@ void WindowTest::ClickRow(const QString &name) const
 {
     const int row = List()->FindName(name, 0);
     ASSERT_GE(row, 0) << name.toStdString();
-    List()->scrollTo(List()->model()->index(row, 0));
-    QTest::mouseClick(List()->viewport(), Qt::LeftButton, {},
-                      List()->visualRect(List()->model()->index(row, 0)).center());
+    ClickRow(List(), row);
+}
+
+void WindowTest::ClickRow(ListBox *list, int row, bool twice) const
+{
+    const QModelIndex index = list->model()->index(row, 0);
+    list->scrollTo(index);
+    const QPoint place = list->visualRect(index).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+    if (twice)
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+}
+
+void WindowTest::Drop(std::initializer_list<const char *> names) const
+{
+    QList<QUrl> urls;
+    for (const char *name : names)
+        urls << QUrl::fromLocalFile(folder.NativeText(name));
+    QMimeData files;
+    files.setUrls(urls);
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::ShiftModifier);
+    QCoreApplication::sendEvent(Find("picPictureBorder"), &enter);
+    ASSERT_TRUE(enter.isAccepted());
+    QDropEvent drop({5, 5}, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::ShiftModifier);
+    QCoreApplication::sendEvent(Find("picPictureBorder"), &drop);
+    EXPECT_EQ(Qt::CopyAction, drop.dropAction());
 }
 
 QColor WindowTest::PixelAt(const char *widget, QPoint position) const

@@ -18,6 +18,7 @@ namespace wb
 {
 
 class FileListBox;
+class ListBox;
 
 class WindowTest : public testing::Test
 {
@@ -38,7 +39,10 @@ protected:
     void Click(const char *button) const { QTest::mouseClick(Find(button), Qt::LeftButton); }
     void Key(char key) const; // where the focus is
     void Key(Qt::Key key) const;
-    void ClickRow(const QString &name) const;
+    void ClickRow(const QString &name) const; // of the folder list
+    void ClickRow(ListBox *list, int row, bool twice = false) const;
+    // Drops files of the folder on the picture, as a program does that would rather move them.
+    void Drop(std::initializer_list<const char *> names) const;
     QColor PixelAt(const char *widget, QPoint position) const;
     FileListBox *List() const;
     Settings WrittenSettings() const;

@@ -1,0 +1,44 @@
+#include "archive/packjob.h"
+#include "cli/command.h"
+#include "cli/joboutput.h"
+#include "common/files.h"
+
+#include <algorithm>
+#include <thread>
+
+namespace wb::cli
+{
+
+namespace
+{
+
+void Declare(QCommandLineParser &parser)
+{
+    parser.addOption({QStringLiteral("store"), QStringLiteral("Compress nothing.")});
+    DeclareForce(parser);
+    parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("The folder to pack."));
+    parser.addPositionalArgument(QStringLiteral("ARCHIVE"), QStringLiteral("The PKG archive to write."));
+}
+
+int Run(const QCommandLineParser &parser)
+{
+    const QString source = parser.positionalArguments()[0];
+    const QString target = parser.positionalArguments()[1];
+    if (!MayWrite(parser, target))
+        return Failed;
+    PackOrder order;
+    order.Folder = FromArgument(source);
+    order.ArchivePath = FromArgument(target);
+    order.StoreOnly = parser.isSet(QStringLiteral("store"));
+    if (!FolderExists(order.Folder))
+        return Fail(source, QStringLiteral("is no folder"));
+    JobOutput output(parser, target);
+    const int threads = std::max(int(std::thread::hardware_concurrency()), 1);
+    return output.Status(PackJob(output.Bar(), threads).Run(order, output.Report()));
+}
+
+} // namespace
+
+const Command PackCommand{"pack", "Pack a folder into an archive.", Declare, 2, 2, Run};
+
+} // namespace wb::cli
