@@ -20,6 +20,7 @@ namespace wb
 {
 
 class PictureButton;
+class frmView;
 
 class Display : public QWidget
 {
@@ -38,6 +39,10 @@ public:
 
     // Takes the colours of the settings and draws the current frame.
     void Redraw();
+
+    // The window has come into or gone from view: the preview goes with it.
+    void CheckPreview();
+    void KeepPreviewOnTop(bool isMainActive);
 
     // Stops playback and frees the document.
     void Release();
@@ -65,6 +70,7 @@ private:
     void TogglePlayback();
     void PlayTick();
     bool HasPictures() const;
+    std::int32_t CurrentPicture() const; // 0 for none
     std::int32_t FrameWidth() const;
     std::int32_t FrameHeight() const;
 
@@ -83,6 +89,7 @@ private:
     QTimer tmrDraw;
     PictureArea *picPicture;
     PictureButton *cmdPlay;
+    PictureButton *cmdAlphaView;
     PictureButton *cmdZoomIn;
     PictureButton *cmdZoomOut;
     PictureButton *cmdAbort;
@@ -91,6 +98,7 @@ private:
     QLabel *lblFrames;
     QLabel *lblZoom;
     QLabel *lblSize;
+    frmView *m_preview;
 };
 
 } // namespace wb
