@@ -17,9 +17,9 @@ namespace
 {
 
 constexpr QSize FromBottomRight(260, 320);
-// Window systems count a window's pixels in 16 bits, and hold them several times over.
-constexpr std::int32_t LongestSide = 32767;
-constexpr std::int64_t MostPixels = 8192 * 8192;
+// Window systems count pixels from the screen's edge in 15 bits, and hold a window several times over.
+constexpr std::int32_t LongestSide = 16384;
+constexpr std::int64_t MostPixels = 4096 * 4096;
 
 bool CanBeWindow(std::int32_t handle)
 {
@@ -58,12 +58,16 @@ void frmView::ShowPreview(std::int32_t handle)
     show();
 }
 
-// As far up and left of its place as a large picture needs to be on the screen.
+// Nearer to the top or left where the picture fits on the screen that way only. One that is larger than the
+// screen stays at its place, where it leaves the main window within reach.
 QPoint frmView::PlaceFor(QSize size) const
 {
+    const auto edge = [](int screen, int length, int margin) {
+        return screen - (length <= screen ? std::max(length, margin) : margin);
+    };
     const QRect screen = parentWidget()->screen()->geometry();
-    const QSize inside = screen.size() - FromBottomRight.expandedTo(size);
-    return screen.topLeft() + QPoint(std::max(inside.width(), 0), std::max(inside.height(), 0));
+    return screen.topLeft() + QPoint(edge(screen.width(), size.width(), FromBottomRight.width()),
+                                     edge(screen.height(), size.height(), FromBottomRight.height()));
 }
 
 void frmView::KeepOnTop(bool isMainActive)

@@ -70,6 +70,13 @@ protected:
         Settle();
     }
 
+    static QString StatesOf(const QWidget *widget)
+    {
+        Settle();
+        return OutputOf(QStringLiteral("xprop"), {QStringLiteral("-id"), QString::number(widget->winId()),
+                                                  QStringLiteral("_NET_WM_STATE")});
+    }
+
     QColor OnScreen(const QWidget *widget, QPoint position) const
     {
         const QPoint point = widget->mapToGlobal(position);
@@ -179,18 +186,91 @@ TEST_F(X11, TheTitleBarTellsWhetherTheWindowIsInFront)
 TEST_F(X11, AWindowIsKeptOnTopWithoutMovingIt)
 {
     OpenInFront();
-    const auto states = [this] {
-        Settle();
-        return OutputOf(QStringLiteral("xprop"), {QStringLiteral("-id"), QString::number(window->winId()),
-                                                  QStringLiteral("_NET_WM_STATE")});
-    };
     const QRect place = window->geometry();
     SetTopMost(*window, true);
-    EXPECT_TRUE(states().contains(QStringLiteral("_NET_WM_STATE_ABOVE")));
+    EXPECT_TRUE(StatesOf(window.get()).contains(QStringLiteral("_NET_WM_STATE_ABOVE")));
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(place, window->geometry());
     SetTopMost(*window, false);
-    EXPECT_FALSE(states().contains(QStringLiteral("_NET_WM_STATE_ABOVE")));
+    EXPECT_FALSE(StatesOf(window.get()).contains(QStringLiteral("_NET_WM_STATE_ABOVE")));
+}
+
+// The preview, over a green window of another program's kind.
+class X11Preview : public X11
+{
+protected:
+    void SetUp() override
+    {
+        folder.AddPng("half.png", MakePicture(100, 50, [](int x, int) { return x < 50 ? 0x80FF0000 : 0; }));
+        Settings settings = DefaultSettings();
+        settings.BackColor2 = 0xFF0000;
+        settings.ViewOnTop = true;
+        WriteSettings(settings);
+        behind.setStyleSheet(QStringLiteral("background: #00FF00"));
+        behind.setWindowFlag(Qt::FramelessWindowHint);
+        behind.setGeometry(1600, 700, 300, 300);
+        behind.show();
+        OpenInFront(QStringLiteral("half.png"));
+        window->move(0, 0);
+        Hand(QStringLiteral("mousemove %1 click 1").arg(Centre("cmdAlphaView")));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(Find("frmView")));
+        Settle();
+    }
+
+    // The colours of the preview's partly and of its fully transparent half.
+    QString Halves() const
+    {
+        return OnScreen(Find("frmView"), {25, 25}).name() + OnScreen(Find("frmView"), {75, 25}).name();
+    }
+    bool Shows(const char *halves) const
+    {
+        return QTest::qWaitFor([&] { return Halves() == QLatin1String(halves); });
+    }
+
+    QWidget behind;
+};
+
+TEST_F(X11Preview, IsAsTransparentAsThePictureWhileACompositorRuns)
+{
+    EXPECT_TRUE(Shows("#80007f#0000ff")) << Halves().toStdString();
+    QProcess compositor;
+    compositor.start(QStringLiteral("picom"),
+                     {QStringLiteral("--backend=xrender"), QStringLiteral("--config=/dev/null")});
+    EXPECT_TRUE(Shows("#807f00#00ff00")) << Halves().toStdString();
+    compositor.terminate();
+    EXPECT_TRUE(compositor.waitForFinished());
+    EXPECT_TRUE(Shows("#80007f#0000ff")) << Halves().toStdString();
+}
+
+TEST_F(X11Preview, IsDraggedWithoutTakingTheFocus)
+{
+    const QPoint before = Find("frmView")->pos();
+    Drag(At(Find("frmView"), {75, 25}), {-200, -100});
+    EXPECT_EQ(before + QPoint(-200, -100), Find("frmView")->pos());
+    EXPECT_TRUE(window->isActiveWindow());
+    Hand(QStringLiteral("mousemove %1 click 1").arg(Centre("cmdMin")));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !Find("frmView")->isVisible(); }));
+    window->showNormal();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(Find("frmView")));
+    EXPECT_EQ(before + QPoint(-200, -100), Find("frmView")->pos());
+}
+
+TEST_F(X11Preview, IsOnTopWhileTheMainWindowIsActive)
+{
+    const auto isOnTop = [this] {
+        return StatesOf(Find("frmView")).contains(QStringLiteral("_NET_WM_STATE_ABOVE"));
+    };
+    EXPECT_TRUE(isOnTop());
+    behind.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&behind));
+    EXPECT_FALSE(isOnTop());
+    EXPECT_TRUE(Shows("#00ff00#00ff00")) << Halves().toStdString();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    EXPECT_TRUE(isOnTop());
+    window->ShowPage(8);
+    Hand(QStringLiteral("mousemove %1 click 1").arg(At(Find("chkViewOnTop"), {12, 12})));
+    EXPECT_FALSE(isOnTop());
 }
 
 TEST_F(X11, WithoutANotificationAreaTheTrayButtonMinimises)
