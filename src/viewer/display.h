@@ -31,6 +31,9 @@ public:
 
     const QString &DocumentPath() const { return m_documentPath; }
 
+    // The handle of the frame shown; 0 for none.
+    std::int32_t CurrentPicture() const;
+
     // A document is being replaced.
     bool IsBusy() const { return m_busy; }
 
@@ -70,7 +73,6 @@ private:
     void TogglePlayback();
     void PlayTick();
     bool HasPictures() const;
-    std::int32_t CurrentPicture() const; // 0 for none
     std::int32_t FrameWidth() const;
     std::int32_t FrameHeight() const;
 
