@@ -195,79 +195,49 @@ TEST_F(X11, AWindowIsKeptOnTopWithoutMovingIt)
     EXPECT_FALSE(StatesOf(window.get()).contains(QStringLiteral("_NET_WM_STATE_ABOVE")));
 }
 
-// The preview, over a green window of another program's kind.
-class X11Preview : public X11
+TEST_F(X11, ThePreviewIsATransparentWindowThatIsDraggedAndOnTopByTheRules)
 {
-protected:
-    void SetUp() override
-    {
-        folder.AddPng("half.png", MakePicture(100, 50, [](int x, int) { return x < 50 ? 0x80FF0000 : 0; }));
-        Settings settings = DefaultSettings();
-        settings.BackColor2 = 0xFF0000;
-        settings.ViewOnTop = true;
-        WriteSettings(settings);
-        behind.setStyleSheet(QStringLiteral("background: #00FF00"));
-        behind.setWindowFlag(Qt::FramelessWindowHint);
-        behind.setGeometry(1600, 700, 300, 300);
-        behind.show();
-        OpenInFront(QStringLiteral("half.png"));
-        window->move(0, 0);
-        Hand(QStringLiteral("mousemove %1 click 1").arg(Centre("cmdAlphaView")));
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(Find("frmView")));
-        Settle();
-    }
-
-    // The colours of the preview's partly and of its fully transparent half.
-    QString Halves() const
-    {
-        return OnScreen(Find("frmView"), {25, 25}).name() + OnScreen(Find("frmView"), {75, 25}).name();
-    }
-    bool Shows(const char *halves) const
-    {
-        return QTest::qWaitFor([&] { return Halves() == QLatin1String(halves); });
-    }
-
-    QWidget behind;
-};
-
-TEST_F(X11Preview, IsAsTransparentAsThePictureWhileACompositorRuns)
-{
-    EXPECT_TRUE(Shows("#80007f#0000ff")) << Halves().toStdString();
+    folder.AddPng("half.png", MakePicture(100, 50, [](int x, int) { return x < 50 ? 0x80FF0000 : 0; }));
+    Settings settings = DefaultSettings();
+    settings.BackColor2 = 0xFF0000;
+    settings.ViewOnTop = true;
+    WriteSettings(settings);
+    QWidget behind(nullptr, Qt::FramelessWindowHint);
+    behind.setStyleSheet(QStringLiteral("background: #00FF00"));
+    behind.setGeometry(1200, 600, 700, 400);
+    behind.show();
+    OpenInFront(QStringLiteral("half.png"));
+    window->move(0, 0);
+    Hand(QStringLiteral("mousemove %1 click 1").arg(Centre("cmdAlphaView")));
+    const QWidget *view = Find("frmView");
+    const auto shows = [&](const char *halves) {
+        return QTest::qWaitFor([&] {
+            const QString left = OnScreen(view, {25, 25}).name();
+            return left + OnScreen(view, {75, 25}).name() == QLatin1String(halves);
+        });
+    };
+    const auto isOnTop = [&] { return StatesOf(view).contains(QStringLiteral("_NET_WM_STATE_ABOVE")); };
+    EXPECT_TRUE(shows("#80007f#0000ff"));
     QProcess compositor;
     compositor.start(QStringLiteral("picom"),
                      {QStringLiteral("--backend=xrender"), QStringLiteral("--config=/dev/null")});
-    EXPECT_TRUE(Shows("#807f00#00ff00")) << Halves().toStdString();
+    EXPECT_TRUE(shows("#807f00#00ff00"));
     compositor.terminate();
     EXPECT_TRUE(compositor.waitForFinished());
-    EXPECT_TRUE(Shows("#80007f#0000ff")) << Halves().toStdString();
-}
+    EXPECT_TRUE(shows("#80007f#0000ff"));
 
-TEST_F(X11Preview, IsDraggedWithoutTakingTheFocus)
-{
-    const QPoint before = Find("frmView")->pos();
-    Drag(At(Find("frmView"), {75, 25}), {-200, -100});
-    EXPECT_EQ(before + QPoint(-200, -100), Find("frmView")->pos());
-    EXPECT_TRUE(window->isActiveWindow());
-    Hand(QStringLiteral("mousemove %1 click 1").arg(Centre("cmdMin")));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !Find("frmView")->isVisible(); }));
-    window->showNormal();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(Find("frmView")));
-    EXPECT_EQ(before + QPoint(-200, -100), Find("frmView")->pos());
-}
-
-TEST_F(X11Preview, IsOnTopWhileTheMainWindowIsActive)
-{
-    const auto isOnTop = [this] {
-        return StatesOf(Find("frmView")).contains(QStringLiteral("_NET_WM_STATE_ABOVE"));
-    };
-    EXPECT_TRUE(isOnTop());
+    const QPoint dragged = view->pos() + QPoint(-200, -100);
+    Drag(At(view, {75, 25}), {-200, -100});
+    EXPECT_TRUE(view->pos() == dragged && window->isActiveWindow() && isOnTop());
     behind.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&behind));
+    EXPECT_TRUE(shows("#00ff00#00ff00")); // it lies behind the window that is active now
     EXPECT_FALSE(isOnTop());
-    EXPECT_TRUE(Shows("#00ff00#00ff00")) << Halves().toStdString();
     window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    EXPECT_TRUE(isOnTop());
+    EXPECT_TRUE(shows("#80007f#0000ff") && isOnTop());
+    Hand(QStringLiteral("mousemove %1 click 1").arg(Centre("cmdMin")));
+    EXPECT_TRUE(QTest::qWaitFor([view] { return !view->isVisible(); }));
+    window->showNormal();
+    EXPECT_TRUE(shows("#80007f#0000ff") && view->pos() == dragged);
     window->ShowPage(8);
     Hand(QStringLiteral("mousemove %1 click 1").arg(At(Find("chkViewOnTop"), {12, 12})));
     EXPECT_FALSE(isOnTop());
