@@ -54,8 +54,10 @@ void UnpackJob::UnpackArchive(const UnpackOrder &order)
         return FailWith(Error::NotFound, QStringLiteral("File not found."));
     if (!IsUsableTarget(order.TargetFolder))
         return FailWith(Error::BadTarget, FileErrorText(FileError::PathNotFound));
-    if (!OpenArchive(order))
-        return;
+    FileError error = FileError::None;
+    m_archive = order.Archive != nullptr ? order.Archive : PkgOpenRead(order.ArchivePath, error);
+    if (m_archive == nullptr)
+        return FailWith(Error::NotOpened, FileErrorText(error));
     const std::int32_t start = order.Archive != nullptr ? order.StartOffset : m_archive->RootOffset;
     const PkgEntryList tree = PkgReadTree(*m_archive, start);
     StartProgress(QStringLiteral("Распаковка"), std::int32_t(tree.size()), SizeOf(tree));
@@ -64,15 +66,6 @@ void UnpackJob::UnpackArchive(const UnpackOrder &order)
         return FailWith(Error::BadTarget, FileErrorText(FileError::PathNotFound));
     PkgWalk walk(*m_archive);
     UnpackFolder(walk, start, *target, order.LogPrefix);
-}
-
-bool UnpackJob::OpenArchive(const UnpackOrder &order)
-{
-    FileError error = FileError::None;
-    m_archive = order.Archive != nullptr ? order.Archive : PkgOpenRead(order.ArchivePath, error);
-    if (m_archive == nullptr)
-        FailWith(Error::NotOpened, FileErrorText(error));
-    return m_archive != nullptr;
 }
 
 void UnpackJob::UnpackFolder(PkgWalk &walk, std::int32_t offset, const UnpackTarget &target,

@@ -31,7 +31,6 @@ private:
     enum class Error { None, NotFound, NotOpened, BadTarget };
 
     void UnpackArchive(const UnpackOrder &order);
-    bool OpenArchive(const UnpackOrder &order);
     void UnpackFolder(PkgWalk &walk, std::int32_t offset, const UnpackTarget &target, const QString &prefix);
     void UnpackEntry(PkgWalk &walk, const PkgEntry &entry, const UnpackTarget &target,
                      const QString &logPath);

@@ -71,8 +71,8 @@ protected:
     {
         Tree tree;
         for (const auto &entry : std::filesystem::recursive_directory_iterator(folder.Native(name))) {
-            const std::string path = std::filesystem::relative(entry.path(), folder.Native(name));
-            tree[path] = entry.is_directory() ? "/" : folder.Get(name + '/' + path);
+            const std::string path = std::filesystem::relative(entry.path(), folder.Native());
+            tree[path.substr(name.size() + 1)] = entry.is_directory() ? "/" : folder.Get(path);
         }
         return tree;
     }
