@@ -46,8 +46,8 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_dialogs(dialogs),
       m_settingsPath(std::move(settingsPath)), m_settings(LoadSettings(m_settingsPath)),
       m_caption(new CaptionBar(m_res, QStringLiteral("Workbench"), this)), m_pageButtons(new QWidget(this)),
-      m_pages(new QStackedWidget(this)), m_status(new StatusStrip(this)), m_unpackJob(*m_status),
-      m_packJob(*m_status)
+      m_pages(new QStackedWidget(this)), m_status(new StatusStrip(this)), m_log(new frmLog(this)),
+      m_unpackJob(*m_status), m_packJob(*m_status)
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Workbench"));
@@ -194,10 +194,21 @@ void frmMain::ToggleMaximised()
 void frmMain::CheckFocus()
 {
     const bool active = IsForeground(*this);
+    m_viewer->KeepPreviewOnTop(active);
     if (active == m_active)
         return;
     m_active = active;
     m_caption->SetActive(active);
+}
+
+bool frmMain::event(QEvent *event)
+{
+    const bool isHandled = QWidget::event(event);
+    const QEvent::Type type = event->type();
+    if (m_viewer != nullptr && (type == QEvent::Resize || type == QEvent::WindowStateChange ||
+                                type == QEvent::Show || type == QEvent::Hide))
+        m_viewer->CheckPreview();
+    return isHandled;
 }
 
 // Whatever lies under the pointer, the wheel scrolls the viewer's list; no wheel event goes further.
@@ -260,6 +271,7 @@ void frmMain::Shutdown()
     tmrFocusChecker.stop();
     for (int i = 0; i < m_pages->count(); ++i)
         PageAt(i)->Release();
+    m_log->Hide();
     m_notification.Remove();
 }
 

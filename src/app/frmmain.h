@@ -8,6 +8,7 @@
 #include "services/abortflag.h"
 #include "services/dialogs.h"
 #include "services/settings.h"
+#include "widgets/frmlog.h"
 #include "widgets/frmres.h"
 
 #include <QTimer>
@@ -48,6 +49,7 @@ public:
     void ShowPage(int page);
 
 protected:
+    bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -80,6 +82,7 @@ private:
     QWidget *m_pageButtons;
     QStackedWidget *m_pages;
     StatusStrip *m_status;
+    frmLog *m_log;
     UnpackJob m_unpackJob;
     PackJob m_packJob;
     std::array<QPushButton *, PageCount> cmdPage{};

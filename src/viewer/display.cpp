@@ -1,6 +1,7 @@
 #include "viewer/display.h"
 
 #include "gfx/graphicslibrary.h"
+#include "viewer/frmview.h"
 #include "viewer/viewertexts.h"
 #include "viewer/zoom.h"
 #include "widgets/colour.h"
@@ -35,13 +36,16 @@ Display::Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const f
     : QWidget(parent), m_settings(settings), m_dialogs(dialogs), m_res(res),
       picPicture(new PictureArea(QStringLiteral("picPicture"), res.curOpenHand, res.curClosedHand, this)),
       cmdPlay(new PictureButton(QStringLiteral("cmdPlay"), res.imgPlay, QString(), this)),
+      cmdAlphaView(
+          new PictureButton(QStringLiteral("cmdAlphaView"), res.imgPreview, tr("Окно предпросмотра"), this)),
       cmdZoomIn(new PictureButton(QStringLiteral("cmdZoomIn"), res.imgZoomIn, tr("Увеличить (+)"), this)),
       cmdZoomOut(new PictureButton(QStringLiteral("cmdZoomOut"), res.imgZoomOut, tr("Уменьшить (-)"), this)),
       cmdAbort(new PictureButton(QStringLiteral("cmdAbort"), res.imgAbort, tr("Прервать (Esc)"), this)),
       sldFrame(new QSlider(Qt::Horizontal, this)), lblInfo(NewLabel("lblInfo", this)),
       lblFrames(NewLabel("lblFrames", this)), lblZoom(NewLabel("lblZoom", this)),
-      lblSize(NewLabel("lblSize", this))
+      lblSize(NewLabel("lblSize", this)), m_preview(new frmView(settings, this))
 {
+    cmdAlphaView->setCheckable(true);
     sldFrame->setObjectName(QStringLiteral("sldFrame"));
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -56,6 +60,7 @@ Display::Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const f
     connect(&tmrAnim, &QTimer::timeout, this, &Display::PlayTick);
     connect(&tmrDraw, &QTimer::timeout, this, &Display::DrawCurrentFrame);
     connect(cmdPlay, &QToolButton::clicked, this, &Display::TogglePlayback);
+    connect(cmdAlphaView, &QToolButton::toggled, this, &Display::CheckPreview);
     connect(cmdZoomIn, &QToolButton::clicked, this, [this] { SetZoom(ZoomedIn(m_zoom)); });
     connect(cmdZoomOut, &QToolButton::clicked, this, [this] { SetZoom(ZoomedOut(m_zoom)); });
     connect(cmdAbort, &QToolButton::clicked, this, [&abort] { abort.Set(); });
@@ -78,6 +83,7 @@ QWidget *Display::MakeToolBar()
     row->addWidget(cmdPlay);
     row->addWidget(sldFrame, 1);
     row->addSpacing(8);
+    row->addWidget(cmdAlphaView);
     row->addWidget(cmdZoomOut);
     row->addWidget(cmdZoomIn);
     row->addSpacing(8);
@@ -102,14 +108,19 @@ bool Display::HasPictures() const
     return m_document.Mode == DocumentMode::Pictures && m_document.Count > 0;
 }
 
+std::int32_t Display::CurrentPicture() const
+{
+    return HasPictures() && m_frame < m_document.Count ? m_document.Pictures[std::size_t(m_frame)] : 0;
+}
+
 std::int32_t Display::FrameWidth() const
 {
-    return Graphics().VTGF_DIB_GetWidth(m_document.Pictures[std::size_t(m_frame)]);
+    return Graphics().VTGF_DIB_GetWidth(CurrentPicture());
 }
 
 std::int32_t Display::FrameHeight() const
 {
-    return Graphics().VTGF_DIB_GetHeight(m_document.Pictures[std::size_t(m_frame)]);
+    return Graphics().VTGF_DIB_GetHeight(CurrentPicture());
 }
 
 void Display::Open(const QString &path, const std::function<FrameSet()> &open)
@@ -159,10 +170,25 @@ void Display::Redraw()
     DrawCurrentFrame();
 }
 
+void Display::CheckPreview()
+{
+    const bool on = cmdAlphaView->isChecked() && window()->isVisible() && !window()->isMinimized();
+    if (on == m_preview->IsOn())
+        return;
+    m_preview->SetOn(on);
+    DrawCurrentFrame();
+}
+
+void Display::KeepPreviewOnTop(bool isMainActive)
+{
+    m_preview->KeepOnTop(isMainActive);
+}
+
 void Display::Release()
 {
     CloseDocument();
     picPicture->Clear();
+    m_preview->hide();
     tmrDraw.stop();
 }
 
@@ -177,6 +203,7 @@ void Display::UpdateButtons()
 {
     const bool pictures = HasPictures() && !m_busy;
     const bool several = m_document.Count > 1 && !m_busy;
+    cmdAlphaView->setEnabled(pictures);
     cmdZoomIn->setEnabled(pictures && m_zoom < MaxZoom);
     cmdZoomOut->setEnabled(pictures && m_zoom > MinZoom);
     cmdPlay->setEnabled(several);
@@ -195,11 +222,13 @@ void Display::UpdateFrameTexts()
 void Display::DrawCurrentFrame()
 {
     UpdateFrameTexts();
-    if (!m_shown || !HasPictures() || m_frame >= m_document.Count)
+    if (!m_shown)
         return;
+    m_preview->ShowPreview(CurrentPicture());
+    const bool previewOnly = m_preview->IsOn() && m_settings.ViewDrawOnly;
     const QSize size(Scaled(FrameWidth(), m_zoom), Scaled(FrameHeight(), m_zoom));
-    const QImage image = ComposedImage(m_document.Pictures[std::size_t(m_frame)], m_settings.BackColor2);
-    const bool drawable = FrameWidth() == 0 || !image.isNull();
+    const QImage image = previewOnly ? QImage() : ComposedImage(CurrentPicture(), m_settings.BackColor2);
+    const bool drawable = previewOnly || FrameWidth() == 0 || !image.isNull();
     if (drawable && picPicture->Show(image, size))
         return;
     // A picture that memory does not suffice for is no smaller at a smaller zoom.
@@ -266,7 +295,7 @@ void Display::ShowPlaying(bool playing)
 
 void Display::OrderTabs()
 {
-    QWidget *const order[] = {cmdPlay, sldFrame, cmdZoomOut, cmdZoomIn, cmdAbort};
+    QWidget *const order[] = {cmdPlay, sldFrame, cmdAlphaView, cmdZoomOut, cmdZoomIn, cmdAbort};
     for (std::size_t i = 1; i < std::size(order); ++i)
         setTabOrder(order[i - 1], order[i]);
 }

@@ -20,6 +20,7 @@ namespace wb
 {
 
 class PictureButton;
+class frmView;
 
 class Display : public QWidget
 {
@@ -30,6 +31,9 @@ public:
 
     const QString &DocumentPath() const { return m_documentPath; }
 
+    // The handle of the frame shown; 0 for none.
+    std::int32_t CurrentPicture() const;
+
     // A document is being replaced.
     bool IsBusy() const { return m_busy; }
 
@@ -38,6 +42,10 @@ public:
 
     // Takes the colours of the settings and draws the current frame.
     void Redraw();
+
+    // The window has come into or gone from view: the preview goes with it.
+    void CheckPreview();
+    void KeepPreviewOnTop(bool isMainActive);
 
     // Stops playback and frees the document.
     void Release();
@@ -83,6 +91,7 @@ private:
     QTimer tmrDraw;
     PictureArea *picPicture;
     PictureButton *cmdPlay;
+    PictureButton *cmdAlphaView;
     PictureButton *cmdZoomIn;
     PictureButton *cmdZoomOut;
     PictureButton *cmdAbort;
@@ -91,6 +100,7 @@ private:
     QLabel *lblFrames;
     QLabel *lblZoom;
     QLabel *lblSize;
+    frmView *m_preview;
 };
 
 } // namespace wb

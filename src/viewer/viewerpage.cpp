@@ -101,6 +101,16 @@ void ViewerPage::ScrollList(int rows)
     m_browser->ScrollList(rows);
 }
 
+void ViewerPage::CheckPreview()
+{
+    m_display->CheckPreview();
+}
+
+void ViewerPage::KeepPreviewOnTop(bool isMainActive)
+{
+    m_display->KeepPreviewOnTop(isMainActive);
+}
+
 void ViewerPage::Release()
 {
     m_display->Release();

@@ -34,6 +34,11 @@ public:
     void FocusList();
     void ScrollList(int rows); // up when negative
 
+    // The main window has come into or gone from view; whether it is the active one. The preview window is
+    // in view and on top by that.
+    void CheckPreview();
+    void KeepPreviewOnTop(bool isMainActive);
+
 Q_SIGNALS:
     // Double clicks on the list buttons bring a page forward.
     void ViewerWanted();

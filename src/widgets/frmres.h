@@ -16,6 +16,7 @@ struct frmRes {
 
     QIcon imgPlay;
     QIcon imgStop;
+    QIcon imgPreview;
     QIcon imgZoomIn;
     QIcon imgZoomOut;
     QIcon imgAbort;

@@ -70,6 +70,13 @@ protected:
         Settle();
     }
 
+    static QString StatesOf(const QWidget *widget)
+    {
+        Settle();
+        return OutputOf(QStringLiteral("xprop"), {QStringLiteral("-id"), QString::number(widget->winId()),
+                                                  QStringLiteral("_NET_WM_STATE")});
+    }
+
     QColor OnScreen(const QWidget *widget, QPoint position) const
     {
         const QPoint point = widget->mapToGlobal(position);
@@ -179,18 +186,61 @@ TEST_F(X11, TheTitleBarTellsWhetherTheWindowIsInFront)
 TEST_F(X11, AWindowIsKeptOnTopWithoutMovingIt)
 {
     OpenInFront();
-    const auto states = [this] {
-        Settle();
-        return OutputOf(QStringLiteral("xprop"), {QStringLiteral("-id"), QString::number(window->winId()),
-                                                  QStringLiteral("_NET_WM_STATE")});
-    };
     const QRect place = window->geometry();
     SetTopMost(*window, true);
-    EXPECT_TRUE(states().contains(QStringLiteral("_NET_WM_STATE_ABOVE")));
+    EXPECT_TRUE(StatesOf(window.get()).contains(QStringLiteral("_NET_WM_STATE_ABOVE")));
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(place, window->geometry());
     SetTopMost(*window, false);
-    EXPECT_FALSE(states().contains(QStringLiteral("_NET_WM_STATE_ABOVE")));
+    EXPECT_FALSE(StatesOf(window.get()).contains(QStringLiteral("_NET_WM_STATE_ABOVE")));
+}
+
+TEST_F(X11, ThePreviewIsATransparentWindowThatIsDraggedAndOnTopByTheRules)
+{
+    folder.AddPng("half.png", MakePicture(100, 50, [](int x, int) { return x < 50 ? 0x80FF0000 : 0; }));
+    Settings settings = DefaultSettings();
+    settings.BackColor2 = 0xFF0000;
+    settings.ViewOnTop = true;
+    WriteSettings(settings);
+    QWidget behind(nullptr, Qt::FramelessWindowHint);
+    behind.setStyleSheet(QStringLiteral("background: #00FF00"));
+    behind.setGeometry(1200, 600, 700, 400);
+    behind.show();
+    OpenInFront(QStringLiteral("half.png"));
+    window->move(0, 0);
+    Hand(QStringLiteral("mousemove %1 click 1").arg(Centre("cmdAlphaView")));
+    const QWidget *view = Find("frmView");
+    const auto shows = [&](const char *halves) {
+        return QTest::qWaitFor([&] {
+            const QString left = OnScreen(view, {25, 25}).name();
+            return left + OnScreen(view, {75, 25}).name() == QLatin1String(halves);
+        });
+    };
+    const auto isOnTop = [&] { return StatesOf(view).contains(QStringLiteral("_NET_WM_STATE_ABOVE")); };
+    EXPECT_TRUE(shows("#80007f#0000ff"));
+    QProcess compositor;
+    compositor.start(QStringLiteral("picom"),
+                     {QStringLiteral("--backend=xrender"), QStringLiteral("--config=/dev/null")});
+    EXPECT_TRUE(shows("#807f00#00ff00"));
+    compositor.terminate();
+    EXPECT_TRUE(compositor.waitForFinished());
+    EXPECT_TRUE(shows("#80007f#0000ff"));
+
+    const QPoint dragged = view->pos() + QPoint(-200, -100);
+    Drag(At(view, {75, 25}), {-200, -100});
+    EXPECT_TRUE(view->pos() == dragged && window->isActiveWindow() && isOnTop());
+    behind.activateWindow();
+    EXPECT_TRUE(shows("#00ff00#00ff00")); // it lies behind the window that is active now
+    EXPECT_FALSE(isOnTop());
+    window->activateWindow();
+    EXPECT_TRUE(shows("#80007f#0000ff") && isOnTop());
+    Hand(QStringLiteral("mousemove %1 click 1").arg(Centre("cmdMin")));
+    EXPECT_TRUE(QTest::qWaitFor([view] { return !view->isVisible(); }));
+    window->showNormal();
+    EXPECT_TRUE(shows("#80007f#0000ff") && view->pos() == dragged);
+    window->ShowPage(8);
+    Hand(QStringLiteral("mousemove %1 click 1").arg(At(Find("chkViewOnTop"), {12, 12})));
+    EXPECT_FALSE(isOnTop());
 }
 
 TEST_F(X11, WithoutANotificationAreaTheTrayButtonMinimises)

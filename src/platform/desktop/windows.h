@@ -23,4 +23,8 @@ bool StartWindowResize(QWidget &window, Qt::Edges edges);
 // window manager to see would leave it moving the window until the next click.
 void CancelWindowMove(const QWidget &window);
 
+// Whether windows are shown with the transparency that they are painted with: on X11 while a compositor runs,
+// elsewhere always.
+bool IsComposited();
+
 } // namespace wb

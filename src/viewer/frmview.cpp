@@ -1,0 +1,94 @@
+#include "viewer/frmview.h"
+
+#include "gfx/graphicslibrary.h"
+#include "platform/desktop/windows.h"
+#include "widgets/colour.h"
+#include "widgets/dibimage.h"
+
+#include <QMouseEvent>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace wb
+{
+
+namespace
+{
+
+constexpr QSize FromBottomRight(260, 320);
+// Window systems count pixels from the screen's edge in 15 bits, and hold a window several times over.
+constexpr std::int32_t LongestSide = 16384;
+constexpr std::int64_t MostPixels = 4096 * 4096;
+
+bool CanBeWindow(std::int32_t handle)
+{
+    const std::int32_t width = Graphics().VTGF_DIB_GetWidth(handle);
+    const std::int32_t height = Graphics().VTGF_DIB_GetHeight(handle);
+    return Graphics().VTGF_DIB_GetBPP(handle) == 32 && width > 0 && height > 0 && width <= LongestSide &&
+           height <= LongestSide && std::int64_t(width) * height <= MostPixels;
+}
+
+} // namespace
+
+frmView::frmView(const Settings &settings, QWidget *owner)
+    : QWidget(owner, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus), m_settings(settings),
+      m_alpha(*this)
+{
+    setObjectName(QStringLiteral("frmView"));
+    setAttribute(Qt::WA_ShowWithoutActivating);
+}
+
+void frmView::SetOn(bool on)
+{
+    m_isOn = on;
+    if (!on)
+        hide();
+}
+
+void frmView::ShowPreview(std::int32_t handle)
+{
+    if (!m_isOn || !CanBeWindow(handle)) {
+        hide();
+        return;
+    }
+    m_alpha.UpdateAlpha(ImageFromDib(handle));
+    if (!m_wasMoved)
+        move(PlaceFor(size()));
+    show();
+}
+
+// Nearer to the top or left where the picture fits on the screen that way only. One that is larger than the
+// screen stays at its place, where it leaves the main window within reach.
+QPoint frmView::PlaceFor(QSize size) const
+{
+    const auto edge = [](int screen, int length, int margin) {
+        return screen - (length <= screen ? std::max(length, margin) : margin);
+    };
+    const QRect screen = parentWidget()->screen()->geometry();
+    return screen.topLeft() + QPoint(edge(screen.width(), size.width(), FromBottomRight.width()),
+                                     edge(screen.height(), size.height(), FromBottomRight.height()));
+}
+
+void frmView::KeepOnTop(bool isMainActive)
+{
+    SetTopMost(*this, isMainActive && m_settings.ViewOnTop);
+}
+
+void frmView::paintEvent(QPaintEvent *)
+{
+    m_alpha.PushLayered(ToQColor(m_settings.BackColor2));
+}
+
+void frmView::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_wasMoved = StartWindowMove(*this) || m_wasMoved;
+}
+
+void frmView::mouseReleaseEvent(QMouseEvent *)
+{
+    CancelWindowMove(*this);
+}
+
+} // namespace wb
