@@ -69,14 +69,16 @@ PackedFile PackAhead::Next(const std::function<void()> &yield)
     ReadAhead();
     Waiting &file = *m_waiting.front();
     PackedFile packed;
-    packed.Size = file.bytes.empty() ? 0 : ByteCount(file.bytes) - std::int32_t(LengthSize);
+    const std::int32_t size = file.bytes.empty() ? 0 : ByteCount(file.bytes) - std::int32_t(LengthSize);
     for (int chunk = 0; chunk < int(file.done.size()); ++chunk) {
         AwaitChunk(file, chunk);
         yield();
     }
     packed.Bytes = file.packer != nullptr ? file.packer->TakeStream() : std::move(file.bytes);
-    if (!packed.Bytes.empty())
+    if (!packed.Bytes.empty()) {
+        packed.Size = size;
         PutLong(packed.Bytes, 0, ByteCount(packed.Bytes) - std::int32_t(LengthSize));
+    }
     m_held -= file.cost;
     const std::lock_guard lock(m_mutex);
     m_waiting.pop_front();

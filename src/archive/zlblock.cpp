@@ -142,7 +142,7 @@ void ZlBlockPack(ByteArray &destination, ByteView source)
     destination.resize(std::size_t(capacity));
     const std::int32_t streamLength =
         Graphics().VTGF_ZLib_Compress(destination.data(), &capacity, source.data(), &length);
-    destination.resize(std::size_t(streamLength + ZlHeaderSize));
+    destination.resize(streamLength > 0 ? std::size_t(streamLength + ZlHeaderSize) : 0);
 }
 
 ZlChunkPacker::ZlChunkPacker(ByteView source, std::size_t lead)
@@ -158,12 +158,14 @@ void ZlChunkPacker::PackChunk(int chunk)
         m_source.subspan(start, std::min<std::size_t>(ZlChunkSize, m_source.size() - start));
     const auto length = static_cast<std::int32_t>(part.size());
     std::uint8_t *slot = m_room.data() + m_lead + std::size_t(chunk) * SlotSize;
-    m_lengths[std::size_t(chunk)] =
-        ZlHeaderSize + Graphics().VTGF_ZLib_Compress2(slot + LengthSize, part.data(), &length);
+    const std::int32_t streamLength = Graphics().VTGF_ZLib_Compress2(slot + LengthSize, part.data(), &length);
+    m_lengths[std::size_t(chunk)] = streamLength > 0 ? ZlHeaderSize + streamLength : 0;
 }
 
 ByteArray ZlChunkPacker::TakeStream()
 {
+    if (std::ranges::find(m_lengths, 0) != m_lengths.end())
+        return {};
     std::size_t end = m_lead;
     for (std::size_t chunk = 0; chunk < m_lengths.size(); ++chunk) {
         const std::uint8_t *block = m_room.data() + m_lead + chunk * SlotSize + LengthSize;
