@@ -18,6 +18,8 @@ struct frmRes {
     QIcon imgStop;
     QIcon imgZoomIn;
     QIcon imgZoomOut;
+    QIcon imgPlus;
+    QIcon imgMinus;
     QIcon imgAbort;
     QIcon imgRoot;
     QIcon imgUp;
