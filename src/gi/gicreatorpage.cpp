@@ -71,10 +71,13 @@ GiCreatorPage::GiCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes 
                                {tr("Общий вид"), tr("Первый слой"), tr("Второй слой"), tr("Третий слой")},
                                2)),
       chkGICR_CropNull(new QCheckBox(tr("Обрезать пустые края"), this)),
+      m_placeFrame(NewFrame(tr("Координаты фрейма"), this)),
       picGICR_Picture(
           new PictureArea(QStringLiteral("picGICR_Picture"), res.curOpenHand, res.curClosedHand, this)),
       lblGICR_Info(new QLabel(this)), lblGICR_Size(new QLabel(this))
 {
+    FillPlaceFrame();
+    optGICR_Color.Frame->setToolTip(tr("Следует из типа и прозрачности картинки"));
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(Gap, Gap, Gap, 10);
     row->setSpacing(Gap);
@@ -103,7 +106,7 @@ QWidget *GiCreatorPage::MakeChoices()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Gap);
     for (QGroupBox *frame :
-         {optGICR_GIType.Frame, optGICR_Color.Frame, optGICR_Layer.Frame, MakeCropFrame(), MakePlaceFrame()})
+         {optGICR_GIType.Frame, optGICR_Color.Frame, optGICR_Layer.Frame, MakeCropFrame(), m_placeFrame})
         column->addWidget(frame);
     column->addStretch(1);
     return side;
@@ -166,30 +169,28 @@ QGroupBox *GiCreatorPage::MakeCropFrame()
     return frame;
 }
 
-QGroupBox *GiCreatorPage::MakePlaceFrame()
+void GiCreatorPage::FillPlaceFrame()
 {
-    auto *frame = NewFrame(tr("Координаты фрейма"), this);
-    auto *row = new QHBoxLayout(frame);
+    auto *row = new QHBoxLayout(m_placeFrame);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     AddStart(GiProject::X, QStringLiteral("X"), row);
     row->addSpacing(Gap);
     AddStart(GiProject::Y, QStringLiteral("Y"), row);
-    return frame;
 }
 
 void GiCreatorPage::AddStart(GiProject::Axis axis, const QString &letter, QHBoxLayout *row)
 {
     const QString name = QStringLiteral("GICR_Start") + letter;
-    QWidget *frame = row->parentWidget();
-    auto *caption = new QLabel(letter, frame);
-    auto *box = new DigitBox(QStringLiteral("txt") + name, GiProject::MaxStart, frame);
+    auto *caption = new QLabel(letter, m_placeFrame);
+    auto *box = new DigitBox(QStringLiteral("txt") + name, GiProject::MaxStart, m_placeFrame);
     box->setAccessibleName(letter);
     const QString button = QStringLiteral("cmd") + name;
     auto *down =
-        new PictureButton(button + QStringLiteral("(1)"), m_res.imgMinus, tr("Уменьшить на 1"), frame);
-    auto *up = new PictureButton(button + QStringLiteral("(0)"), m_res.imgPlus, tr("Увеличить на 1"), frame);
-    m_starts[axis] = {box, up, down};
+        new PictureButton(button + QStringLiteral("(1)"), m_res.imgMinus, tr("Уменьшить на 1"), m_placeFrame);
+    auto *up =
+        new PictureButton(button + QStringLiteral("(0)"), m_res.imgPlus, tr("Увеличить на 1"), m_placeFrame);
+    txtGICR_Start[axis] = box;
     row->addWidget(caption);
     row->addSpacing(6);
     row->addWidget(box, 1);
@@ -208,7 +209,7 @@ void GiCreatorPage::AddStart(GiProject::Axis axis, const QString &letter, QHBoxL
 void GiCreatorPage::ChangeStart(GiProject::Axis axis, void (GiProject::*step)(GiProject::Axis))
 {
     (m_project.*step)(axis);
-    m_starts[axis].Box->SetValue(m_project.Start(axis));
+    txtGICR_Start[axis]->SetValue(m_project.Start(axis));
 }
 
 void GiCreatorPage::Open(const QString &filter, bool (GiProject::*open)(const QString &))
@@ -285,16 +286,12 @@ void GiCreatorPage::Refresh()
     QAbstractButton *type = optGICR_GIType.Options->button(m_project.GiType());
     (type != nullptr ? type : optGICR_GIType.Options->button(0))->setChecked(true);
 
-    for (QAbstractButton *colour : optGICR_Color.Options->buttons())
-        colour->setEnabled(m_project.CanPlace());
+    optGICR_Color.Frame->setEnabled(m_project.CanPlace());
     optGICR_Color.Options->button(m_project.Colour())->setChecked(true);
 
-    for (const GiProject::Axis axis : {GiProject::X, GiProject::Y}) {
-        const auto &[box, up, down] = m_starts[axis];
-        box->SetValue(m_project.Start(axis));
-        for (QWidget *control : std::initializer_list<QWidget *>{box, up, down})
-            control->setEnabled(m_project.CanPlace());
-    }
+    m_placeFrame->setEnabled(m_project.CanPlace());
+    for (const GiProject::Axis axis : {GiProject::X, GiProject::Y})
+        txtGICR_Start[axis]->SetValue(m_project.Start(axis));
 
     const QButtonGroup &views = *optGICR_Layer.Options;
     for (QAbstractButton *view : views.buttons())

@@ -21,7 +21,6 @@ namespace wb
 
 class DigitBox;
 class PictureArea;
-class PictureButton;
 
 class GiCreatorPage : public Page
 {
@@ -44,18 +43,11 @@ private:
         QButtonGroup *Options;
     };
 
-    // What shows and changes one of the two coordinates.
-    struct StartControls {
-        DigitBox *Box;
-        PictureButton *Up;
-        PictureButton *Down;
-    };
-
     QWidget *MakeChoices();
     QWidget *MakePreview();
     Choice MakeChoice(const char *name, const QString &title, const QStringList &captions, int columns);
     QGroupBox *MakeCropFrame();
-    QGroupBox *MakePlaceFrame();
+    void FillPlaceFrame();
     void AddStart(GiProject::Axis axis, const QString &letter, QHBoxLayout *row);
 
     void Open(const QString &filter, bool (GiProject::*open)(const QString &));
@@ -79,7 +71,8 @@ private:
     Choice optGICR_Color;
     Choice optGICR_Layer;
     QCheckBox *chkGICR_CropNull;
-    std::array<StartControls, 2> m_starts{}; // of X and Y
+    QGroupBox *m_placeFrame;
+    std::array<DigitBox *, 2> txtGICR_Start{}; // X, Y
     PictureArea *picGICR_Picture;
     QLabel *lblGICR_Info;
     QLabel *lblGICR_Size;
