@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <numeric>
 
 namespace wb
 {
@@ -162,10 +163,15 @@ void ZlChunkPacker::PackChunk(int chunk)
     m_lengths[std::size_t(chunk)] = streamLength > 0 ? ZlHeaderSize + streamLength : 0;
 }
 
-ByteArray ZlChunkPacker::TakeStream()
+std::int64_t ZlChunkPacker::StreamLength() const
 {
     if (std::ranges::find(m_lengths, 0) != m_lengths.end())
-        return {};
+        return 0;
+    return std::accumulate(m_lengths.begin(), m_lengths.end(), std::int64_t(m_lengths.size()) * LengthSize);
+}
+
+ByteArray ZlChunkPacker::TakeStream()
+{
     std::size_t end = m_lead;
     for (std::size_t chunk = 0; chunk < m_lengths.size(); ++chunk) {
         const std::uint8_t *block = m_room.data() + m_lead + chunk * SlotSize + LengthSize;

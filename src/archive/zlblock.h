@@ -40,8 +40,11 @@ public:
     int ChunkCount() const { return int(m_lengths.size()); }
     void PackChunk(int chunk);
 
-    // Once every chunk is packed: the lead, whose bytes are undefined, and the chunk stream. Nothing when
-    // memory did not suffice for packing one of them.
+    // Once every chunk is packed: the chunk stream's length, 0 when memory did not suffice for packing one of
+    // them.
+    std::int64_t StreamLength() const;
+
+    // The lead, whose bytes are undefined, and the chunk stream; 2,147,483,647 bytes at most in all.
     ByteArray TakeStream();
 
 private:

@@ -82,13 +82,13 @@ libdeflate_decompressor *ThreadsDecompressor()
     return decompressor.get();
 }
 
-// What libdeflate refuses, zlib expands as far as it goes.
+// What libdeflate refuses, zlib expands as far as it goes. Nothing at all counts as damaged too.
 std::int32_t ExpandDamaged(std::uint8_t *target, std::int32_t capacity, const std::uint8_t *stream,
                            std::int32_t length)
 {
     auto produced = static_cast<uLongf>(capacity);
     const int result = ::uncompress(target, &produced, stream, uLong(length));
-    if (result == Z_OK)
+    if (result == Z_OK && produced > 0)
         return static_cast<std::int32_t>(produced);
     std::memset(target + produced, 0, std::size_t(capacity) - produced);
     return 0;
@@ -109,7 +109,8 @@ std::int32_t Expand(std::uint8_t *target, std::int32_t capacity, const std::uint
     libdeflate_decompressor *decompressor = ThreadsDecompressor();
     if (decompressor != nullptr &&
         libdeflate_zlib_decompress_ex(decompressor, stream, std::size_t(streamLength), target,
-                                      std::size_t(capacity), nullptr, &produced) == LIBDEFLATE_SUCCESS)
+                                      std::size_t(capacity), nullptr, &produced) == LIBDEFLATE_SUCCESS &&
+        produced > 0)
         return static_cast<std::int32_t>(produced);
     return ExpandDamaged(target, capacity, stream, streamLength);
 }

@@ -71,8 +71,8 @@ protected:
     {
         Tree tree;
         for (const auto &entry : std::filesystem::recursive_directory_iterator(folder.Native(name))) {
-            const std::string path = std::filesystem::relative(entry.path(), folder.Native(name));
-            tree[path] = entry.is_directory() ? "/" : folder.Get(name + '/' + path);
+            const std::string path = std::filesystem::relative(entry.path(), folder.Native());
+            tree[path.substr(name.size() + 1)] = entry.is_directory() ? "/" : folder.Get(path);
         }
         return tree;
     }
@@ -128,13 +128,14 @@ TEST_F(Jobs, GiveTheSameBytesWithAnyNumberOfThreads)
     for (const std::string name : {"tree/f/", "tree/f/.hidden/", "tree/Папка/", "tree/f/?*/"}) {
         folder.MakeFolder(name);
         for (const std::size_t size : {0, 1, 127, 128, 65536, 65537, 200'000})
-            folder.Put(name + std::to_string(size) + "ф?*.gi", letters.substr(0, size));
+            folder.Put(name + std::to_string(size) + "ф?*%2.gi", letters.substr(0, size));
     }
     std::string first;
     for (const int threads : {1, 2, 4, 4, -4}) {
         packing.StoreOnly = threads < 0;
         EXPECT_EQ(JobEnd::Done, Pack(std::abs(threads)));
         EXPECT_EQ(packing.StoreOnly, lines.filter(u"ZL02"_s).isEmpty());
+        EXPECT_EQ(lines.filter(u"ZL02"_s), lines.filter(u"ф?*%2.gi (Сжатие: "_s));
         EXPECT_EQ(packing.StoreOnly, lines.contains(u"Итог сжатия: 100%"_s));
         first = first.empty() ? folder.Get("made.pkg") : first;
         EXPECT_NE(packing.StoreOnly, first == folder.Get("made.pkg")) << threads;
@@ -203,6 +204,11 @@ TEST_F(Jobs, LoseAnOlderArchiveOnlyToAWholeOne)
             EXPECT_EQ("older", folder.Get("made.pkg")) << room;
             EXPECT_EQ(2U, folder.EntryCount()) << room;
         });
+    folder.Put("tree/z.png");
+    std::filesystem::resize_file(folder.Native("tree/z.png"), 2'147'483'644);
+    EXPECT_EQ(JobEnd::Failed, Pack(2));
+    EXPECT_EQ(QStringList(u"Archive is too large."_s), boxes);
+    EXPECT_EQ("older", folder.Get("made.pkg"));
     onEvent = [&](int /*event*/) { running->Abort(); };
     EXPECT_EQ(JobEnd::Aborted, Pack());
     EXPECT_TRUE(lines[0].endsWith(u"made (прервано).pkg"_s));

@@ -123,8 +123,10 @@ TEST(Zl, GivesOfDamagedBytesWhatZlibGives)
         ExpectAsZlib(true, MakeStream(chunks), size);
     ByteArray promising = MakeStream(MakeBytes(70'000));
     PutLong(promising, 8, 0x7FFFFFFF);
+    const ByteArray empty = {16, 0, 0, 0, 'Z', 'L', '0', '2', 100, 0, 0, 0, 0x78, 0x9C, 3, 0, 0, 0, 0, 1};
     for (const bool isStream : {false, true}) {
         ByteArray got;
+        ExpectAsZlib(isStream, empty, 100);
         EXPECT_FALSE(Unpack(isStream, got, promising, 0x7FFFFFFF));
         EXPECT_LE(got.capacity(), isStream ? 131'072 : promising.size() * 1032) << "no memory on a promise";
         const ByteArray source = isStream ? chunks : MakeBytes(1000), packed = MakeStream(source);
