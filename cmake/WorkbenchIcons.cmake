@@ -7,7 +7,7 @@ set(WORKBENCH_LIST_ICONS
   NULL MAIN LOGO)
 # ":/buttons/", 20 px, @2x 40 px.
 set(WORKBENCH_BUTTONS
-  play stop zoomin zoomout preview savepng savejpg saveallpng
+  play stop zoomin zoomout plus minus preview savepng savejpg saveallpng
   copygicr copygaicr copygaicrall copyhaicr copyhaicrall copyanimcr copyanimcrall
   root up abort packer unpacker extract settings min tray close check error)
 # ":/cursors/", 32 px with the hot spot at 16,16, @2x 64 px.

@@ -5,6 +5,7 @@
 #include "app/statusstrip.h"
 #include "archive/packerpage.h"
 #include "archive/unpackerpage.h"
+#include "gi/gicreatorpage.h"
 #include "platform/desktop/windowedges.h"
 #include "platform/desktop/windows.h"
 #include "viewer/viewerpage.h"
@@ -29,6 +30,7 @@ namespace
 constexpr QSize SmallestWindow(1024, 736);
 constexpr int FocusInterval = 10; // ms
 constexpr int RowsPerNotch = 3;
+constexpr int GiCreatorIndex = 1;
 constexpr int DatEditorIndex = 5;
 constexpr int UnpackerIndex = 6;
 constexpr int PackerIndex = 7;
@@ -117,6 +119,7 @@ void frmMain::MakePages()
     m_options = new OptionsPage(m_settings, m_dialogs, m_pages);
     std::array<Page *, PageCount> pages{};
     pages[0] = m_viewer;
+    pages[GiCreatorIndex] = new GiCreatorPage(m_settings, m_dialogs, m_res, m_pages);
     pages[UnpackerIndex] = m_unpacker;
     pages[PackerIndex] = m_packer;
     pages[OptionsIndex] = m_options;

@@ -3,6 +3,7 @@
 #include "common/bytes.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace wb
 {
@@ -39,6 +40,15 @@ GiLayer ReadLayer(ByteReader &reader, ByteView gi)
     if (!data.Failed())
         layer.Data = data.Take(layer.DataSize);
     return layer;
+}
+
+constexpr std::int32_t BoundsPosition = 8;      // in the header
+constexpr std::int32_t LayerBoundsPosition = 8; // in a layer record
+
+void PutSaturated(ByteArray &gi, std::int32_t position, std::int64_t value)
+{
+    using Limits = std::numeric_limits<std::int32_t>;
+    PutLong(gi, position, std::int32_t(std::clamp<std::int64_t>(value, Limits::min(), Limits::max())));
 }
 
 } // namespace
@@ -92,6 +102,27 @@ std::optional<GiHeader> ReadGiHeader(ByteView buffer, std::int64_t offset)
         header.Layers[std::size_t(i)] = ReadLayer(reader, gi);
     }
     return header;
+}
+
+void MoveGi(ByteArray &gi, std::int32_t left, std::int32_t top, std::int64_t width, std::int64_t height)
+{
+    const auto header = ReadGiHeader(gi, 0);
+    if (!header)
+        return;
+    const std::int64_t dx = std::int64_t(left) - header->Bounds.Left;
+    const std::int64_t dy = std::int64_t(top) - header->Bounds.Top;
+    PutSaturated(gi, BoundsPosition, left);
+    PutSaturated(gi, BoundsPosition + 4, top);
+    PutSaturated(gi, BoundsPosition + 8, left + width);
+    PutSaturated(gi, BoundsPosition + 12, top + height);
+
+    const std::int32_t held = (ByteCount(gi) - GiHeaderSize) / GiLayerRecordSize;
+    for (std::int32_t i = 0; i < std::min(header->LayerCount, held); i++)
+        for (std::int32_t edge = 0; edge < 4; edge++) {
+            const std::int32_t record = GiHeaderSize + i * GiLayerRecordSize;
+            const std::int32_t position = record + LayerBoundsPosition + edge * 4;
+            PutSaturated(gi, position, GetLong(gi, position) + (edge % 2 == 0 ? dx : dy));
+        }
 }
 
 } // namespace wb

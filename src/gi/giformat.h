@@ -93,4 +93,9 @@ bool GiTypeAllowed(std::int32_t type, std::int32_t transClass);
 // with the magic is there. A layer's left or top above 16777215 reads as 0.
 std::optional<GiHeader> ReadGiHeader(ByteView buffer, std::int64_t offset);
 
+// Gives the GI in `gi` that place and size, and moves every layer record that the file holds, also of absent
+// layers, as far as the header's left and top. A number that would leave the range of 32 bits becomes the end
+// of that range. Bytes that are no GI stay as they are.
+void MoveGi(ByteArray &gi, std::int32_t left, std::int32_t top, std::int64_t width, std::int64_t height);
+
 } // namespace wb

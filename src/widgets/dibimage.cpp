@@ -6,6 +6,22 @@
 namespace wb
 {
 
+namespace
+{
+
+// To be drawn on as a whole; a null image for no size or when memory is short.
+QImage NewImage(int width, int height)
+{
+    return QImage(width, height, QImage::Format_RGB32);
+}
+
+RastGlSurface SurfaceOf(QImage &image)
+{
+    return {image.bits(), image.width(), image.height(), static_cast<std::int32_t>(image.bytesPerLine())};
+}
+
+} // namespace
+
 QImage ImageFromDib(std::int32_t handle)
 {
     const FrameBuf picture = DibToFrameBuf(handle);
@@ -18,13 +34,22 @@ QImage ImageFromDib(std::int32_t handle)
 
 QImage ComposedImage(std::int32_t handle, std::int32_t backColour)
 {
-    QImage image(Graphics().VTGF_DIB_GetWidth(handle), Graphics().VTGF_DIB_GetHeight(handle),
-                 QImage::Format_RGB32);
+    QImage image = NewImage(Graphics().VTGF_DIB_GetWidth(handle), Graphics().VTGF_DIB_GetHeight(handle));
     if (image.isNull())
         return image;
-    const RastGlSurface surface{image.bits(), image.width(), image.height(),
-                                static_cast<std::int32_t>(image.bytesPerLine())};
+    const RastGlSurface surface = SurfaceOf(image);
     Graphics().VTGF_DIB_DrawFast(&surface, 0, 0, handle, backColour);
+    return image;
+}
+
+QImage ComposedImage(const FrameBuf &picture, std::int32_t backColour)
+{
+    QImage image = NewImage(picture.Width, picture.Height);
+    if (image.isNull())
+        return image;
+    const RastGlSurface surface = SurfaceOf(image);
+    Graphics().VTGF_DrawBuf_Fast_32(&surface, 0, 0, picture.Pixels.data(), &picture.Width, &picture.Height,
+                                    backColour);
     return image;
 }
 

@@ -35,10 +35,10 @@ QIcon WindowIcon()
 frmRes::frmRes()
     : imgWindow(WindowIcon()), curOpenHand(Hand("handopen")), curClosedHand(Hand("handclosed")),
       imgPlay(Button("play")), imgStop(Button("stop")), imgPreview(Button("preview")),
-      imgZoomIn(Button("zoomin")), imgZoomOut(Button("zoomout")), imgAbort(Button("abort")),
-      imgRoot(Button("root")), imgUp(Button("up")), imgPacker(Button("packer")),
-      imgUnPacker(Button("unpacker")), imgExtract(Button("extract")), imgMin(Button("min")),
-      imgTray(Button("tray")), imgClose(Button("close"))
+      imgZoomIn(Button("zoomin")), imgZoomOut(Button("zoomout")), imgPlus(Button("plus")),
+      imgMinus(Button("minus")), imgAbort(Button("abort")), imgRoot(Button("root")), imgUp(Button("up")),
+      imgPacker(Button("packer")), imgUnPacker(Button("unpacker")), imgExtract(Button("extract")),
+      imgMin(Button("min")), imgTray(Button("tray")), imgClose(Button("close"))
 {
 }
 

@@ -19,6 +19,8 @@ struct frmRes {
     QIcon imgPreview;
     QIcon imgZoomIn;
     QIcon imgZoomOut;
+    QIcon imgPlus;
+    QIcon imgMinus;
     QIcon imgAbort;
     QIcon imgRoot;
     QIcon imgUp;

@@ -1,0 +1,81 @@
+// The "GI Editor" page: makes a GI of a picture, or gives a GI another place.
+#pragma once
+
+#include "gi/giproject.h"
+#include "services/dialogs.h"
+#include "services/settings.h"
+#include "widgets/frmres.h"
+#include "widgets/page.h"
+
+#include <array>
+
+class QButtonGroup;
+class QCheckBox;
+class QGroupBox;
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+
+namespace wb
+{
+
+class DigitBox;
+class PictureArea;
+
+class GiCreatorPage : public Page
+{
+    Q_OBJECT
+
+public:
+    GiCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent);
+
+    void Redraw() override;
+    bool IsBusy() const override { return m_project.IsBusy(); }
+    void Release() override;
+
+    // Loads a copy of a picture, known by the path of its file.
+    void TakePicture(std::int32_t handle, const QString &path);
+
+private:
+    // Elements of a control array, of which one is selected.
+    struct Choice {
+        QGroupBox *Frame;
+        QButtonGroup *Options;
+    };
+
+    QWidget *MakeChoices();
+    QWidget *MakePreview();
+    Choice MakeChoice(const char *name, const QString &title, const QStringList &captions, int columns);
+    QGroupBox *MakeCropFrame();
+    void FillPlaceFrame();
+    void AddStart(GiProject::Axis axis, const QString &letter, QHBoxLayout *row);
+
+    void Open(const QString &filter, bool (GiProject::*open)(const QString &));
+    void Clean();
+    void CreateGi();
+    void ChangeStart(GiProject::Axis axis, void (GiProject::*step)(GiProject::Axis));
+    void ShowLoaded();
+    void Refresh();
+    void ShowView();
+
+    Settings &m_settings;
+    Dialogs &m_dialogs;
+    const frmRes &m_res;
+    GiProject m_project;
+
+    QPushButton *cmdGICR_OpenPNG;
+    QPushButton *cmdGICR_OpenGI;
+    QPushButton *cmdGICR_Clean;
+    QPushButton *cmdGICR_CreateGI;
+    Choice optGICR_GIType;
+    Choice optGICR_Color;
+    Choice optGICR_Layer;
+    QCheckBox *chkGICR_CropNull;
+    QGroupBox *m_placeFrame;
+    std::array<DigitBox *, 2> txtGICR_Start{}; // X, Y
+    PictureArea *picGICR_Picture;
+    QLabel *lblGICR_Info;
+    QLabel *lblGICR_Size;
+};
+
+} // namespace wb
