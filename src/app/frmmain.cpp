@@ -32,6 +32,7 @@ namespace
 constexpr QSize SmallestWindow(1024, 736);
 constexpr int FocusInterval = 10; // ms
 constexpr int RowsPerNotch = 3;
+constexpr int GiCreatorIndex = 1;
 constexpr int DatEditorIndex = 5;
 constexpr int UnpackerIndex = 6;
 constexpr int PackerIndex = 7;
@@ -119,7 +120,7 @@ QWidget *frmMain::MakePageButtons()
 
 void frmMain::MakePages()
 {
-    m_viewer = new ViewerPage(m_settings, m_dialogs, m_abort, m_res, m_unpackJob, m_pages);
+    m_viewer = new ViewerPage(m_settings, m_dialogs, *m_status, m_abort, m_res, m_unpackJob, m_pages);
     m_unpacker = new UnpackerPage(m_settings, m_dialogs, m_unpackJob, m_pages);
     m_packer = new PackerPage(m_settings, m_dialogs, m_packJob, m_pages);
     m_options = new OptionsPage(m_settings, m_dialogs, m_pages);
@@ -137,6 +138,7 @@ void frmMain::MakePages()
     }
     connect(m_viewer, &ViewerPage::ViewerWanted, this, [this] { ShowPage(0); });
     connect(m_viewer, &ViewerPage::DatEditorWanted, this, [this] { ShowPage(DatEditorIndex); });
+    connect(m_viewer, &ViewerPage::GiCreatorWanted, this, [this] { ShowPage(GiCreatorIndex); });
     connect(m_viewer, &ViewerPage::PackerWanted, m_packer, &PackerPage::SetPaths);
     connect(m_viewer, &ViewerPage::PackerWanted, this, [this] { ShowPage(PackerIndex); });
     connect(m_viewer, &ViewerPage::UnpackerWanted, m_unpacker, &UnpackerPage::SetPaths);

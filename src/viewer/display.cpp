@@ -31,10 +31,13 @@ QLabel *NewLabel(const char *name, QWidget *parent)
 
 } // namespace
 
-Display::Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res, QWidget *parent)
+Display::Display(Settings &settings, Dialogs &dialogs, Progress &progress, AbortFlag &abort,
+                 const frmRes &res, QWidget *parent)
     : QWidget(parent), m_settings(settings), m_dialogs(dialogs), m_res(res),
+      m_saver(settings, dialogs, progress, abort),
       picPicture(new PictureArea(QStringLiteral("picPicture"), res.curOpenHand, res.curClosedHand, this)),
       cmdPlay(new PictureButton(QStringLiteral("cmdPlay"), res.imgPlay, QString(), this)),
+      m_export(new ExportBar(res, TakingPages, this)),
       cmdZoomIn(new PictureButton(QStringLiteral("cmdZoomIn"), res.imgZoomIn, tr("Увеличить (+)"), this)),
       cmdZoomOut(new PictureButton(QStringLiteral("cmdZoomOut"), res.imgZoomOut, tr("Уменьшить (-)"), this)),
       cmdAbort(new PictureButton(QStringLiteral("cmdAbort"), res.imgAbort, tr("Прервать (Esc)"), this)),
@@ -58,6 +61,10 @@ Display::Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const f
     connect(cmdPlay, &QToolButton::clicked, this, &Display::TogglePlayback);
     connect(cmdZoomIn, &QToolButton::clicked, this, [this] { SetZoom(ZoomedIn(m_zoom)); });
     connect(cmdZoomOut, &QToolButton::clicked, this, [this] { SetZoom(ZoomedOut(m_zoom)); });
+    connect(m_export, &ExportBar::SaveWanted, this,
+            [this](ExportFormat format) { m_saver.Save(m_document, m_documentPath, m_frame, format); });
+    connect(m_export, &ExportBar::SaveAllWanted, this, &Display::SaveAll);
+    connect(m_export, &ExportBar::CopyWanted, this, &Display::CopyWanted);
     connect(cmdAbort, &QToolButton::clicked, this, [&abort] { abort.Set(); });
     connect(cmdAbort, &QToolButton::released, this, &Display::Released);
     connect(sldFrame, &QSlider::valueChanged, this, &Display::FrameMoved);
@@ -77,6 +84,8 @@ QWidget *Display::MakeToolBar()
     row->setSpacing(4);
     row->addWidget(cmdPlay);
     row->addWidget(sldFrame, 1);
+    row->addSpacing(8);
+    row->addWidget(m_export);
     row->addSpacing(8);
     row->addWidget(cmdZoomOut);
     row->addWidget(cmdZoomIn);
@@ -104,12 +113,12 @@ bool Display::HasPictures() const
 
 std::int32_t Display::FrameWidth() const
 {
-    return Graphics().VTGF_DIB_GetWidth(m_document.Pictures[std::size_t(m_frame)]);
+    return Graphics().VTGF_DIB_GetWidth(CurrentPicture());
 }
 
 std::int32_t Display::FrameHeight() const
 {
-    return Graphics().VTGF_DIB_GetHeight(m_document.Pictures[std::size_t(m_frame)]);
+    return Graphics().VTGF_DIB_GetHeight(CurrentPicture());
 }
 
 void Display::Open(const QString &path, const std::function<FrameSet()> &open)
@@ -182,6 +191,7 @@ void Display::UpdateButtons()
     cmdPlay->setEnabled(several);
     sldFrame->setEnabled(several && !tmrAnim.isActive());
     cmdAbort->setEnabled(m_busy);
+    m_export->ShowDocument(m_document, m_busy);
 }
 
 void Display::UpdateFrameTexts()
@@ -198,7 +208,7 @@ void Display::DrawCurrentFrame()
     if (!m_shown || !HasPictures() || m_frame >= m_document.Count)
         return;
     const QSize size(Scaled(FrameWidth(), m_zoom), Scaled(FrameHeight(), m_zoom));
-    const QImage image = ComposedImage(m_document.Pictures[std::size_t(m_frame)], m_settings.BackColor2);
+    const QImage image = ComposedImage(CurrentPicture(), m_settings.BackColor2);
     const bool drawable = FrameWidth() == 0 || !image.isNull();
     if (drawable && picPicture->Show(image, size))
         return;
@@ -231,6 +241,12 @@ void Display::SetZoom(std::int32_t zoom)
     UpdateButtons();
     picPicture->ResetPlace();
     DrawCurrentFrame();
+}
+
+void Display::SaveAll()
+{
+    m_saver.SaveAll(m_document, m_documentPath, [this](bool busy) { SetBusy(busy); });
+    Q_EMIT Released();
 }
 
 void Display::FrameMoved(int frame)
@@ -266,8 +282,9 @@ void Display::ShowPlaying(bool playing)
 
 void Display::OrderTabs()
 {
-    QWidget *const order[] = {cmdPlay, sldFrame, cmdZoomOut, cmdZoomIn, cmdAbort};
-    for (std::size_t i = 1; i < std::size(order); ++i)
+    const QWidgetList order =
+        QWidgetList{cmdPlay, sldFrame} + m_export->Buttons() + QWidgetList{cmdZoomOut, cmdZoomIn, cmdAbort};
+    for (qsizetype i = 1; i < order.size(); ++i)
         setTabOrder(order[i - 1], order[i]);
 }
 

@@ -19,6 +19,16 @@ struct frmRes {
     QIcon imgZoomIn;
     QIcon imgZoomOut;
     QIcon imgAbort;
+    QIcon imgSavePNG;
+    QIcon imgSaveJPG;
+    QIcon imgSaveAllPNG;
+    QIcon imgCopyGICR;
+    QIcon imgCopyGAICR;
+    QIcon imgCopyGAICRAll;
+    QIcon imgCopyHAICR;
+    QIcon imgCopyHAICRAll;
+    QIcon imgCopyAnimCR;
+    QIcon imgCopyAnimCRAll;
     QIcon imgRoot;
     QIcon imgUp;
     QIcon imgPacker;

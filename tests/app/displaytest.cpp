@@ -1,4 +1,5 @@
 #include "viewer/display.h"
+#include "app/statusstrip.h"
 #include "gfx/pixels.h"
 #include "support/samplefolder.h"
 #include "support/scripteddialogs.h"
@@ -53,7 +54,8 @@ protected:
     ScriptedDialogs dialogs;
     AbortFlag abort;
     frmRes res;
-    Display display{settings, dialogs, abort, res, nullptr};
+    StatusStrip strip{nullptr};
+    Display display{settings, dialogs, strip, abort, res, nullptr};
 };
 
 TEST_F(DisplayTest, TheSliderStepsThroughTheFrames)

@@ -274,11 +274,11 @@ TEST_F(Viewer, TabGoesAlongTheScreenAndNavigationGivesTheFocusBack)
     OpenWindow(QStringLiteral("a.gi"));
     Find("cmdRoot")->setFocus(Qt::TabFocusReason);
     QStringList order;
-    for (int i = 0; i < 5; ++i) {
+    for (int i = 0; i < 7; ++i) {
         Key(Qt::Key_Tab);
         order << window->focusWidget()->objectName();
     }
-    EXPECT_EQ(QStringLiteral("cmdSub txtPath lstFiles cmdZoomOut cmdZoomIn"), order.join(u' '));
+    EXPECT_EQ(QStringLiteral("cmdSub txtPath lstFiles cmdCopyGICR cmdSavePNG cmdSaveJPG cmdZoomOut"), order.join(u' '));
     Find("txtPath")->setFocus();
     QCoreApplication::processEvents();
     EXPECT_EQ(folder.Path(), Find<QLineEdit>("txtPath")->selectedText());
