@@ -46,6 +46,7 @@ Display::Display(Settings &settings, Dialogs &dialogs, Progress &progress, Abort
       lblSize(NewLabel("lblSize", this))
 {
     sldFrame->setObjectName(QStringLiteral("sldFrame"));
+    sldFrame->setMinimumWidth(60); // all the buttons beside it fit into the smallest window
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
@@ -81,15 +82,15 @@ QWidget *Display::MakeToolBar()
     auto *bar = new QWidget(this);
     auto *row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(4);
+    row->setSpacing(ExportBar::ButtonGap);
     row->addWidget(cmdPlay);
     row->addWidget(sldFrame, 1);
-    row->addSpacing(8);
+    row->addSpacing(ExportBar::GroupGap);
     row->addWidget(m_export);
-    row->addSpacing(8);
+    row->addSpacing(ExportBar::GroupGap);
     row->addWidget(cmdZoomOut);
     row->addWidget(cmdZoomIn);
-    row->addSpacing(8);
+    row->addSpacing(ExportBar::GroupGap);
     row->addWidget(cmdAbort);
     return bar;
 }

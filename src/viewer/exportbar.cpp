@@ -34,15 +34,13 @@ constexpr CopyButton CopyButtons[] = {
      "Передать все кадры в Anim Creator (M)"},
 };
 
-constexpr int GroupGap = 8; // besides the gap between buttons
-
 } // namespace
 
 ExportBar::ExportBar(const frmRes &res, std::span<const FrameTarget> pages, QWidget *parent) : QWidget(parent)
 {
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(4);
+    row->setSpacing(ButtonGap);
     for (const CopyButton &copy : CopyButtons) {
         PictureButton *button = Add(copy.name, res.*copy.picture, tr(copy.tip));
         m_actions.push_back({button, copy.all, std::ranges::find(pages, copy.target) != pages.end()});

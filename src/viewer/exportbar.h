@@ -25,6 +25,9 @@ class ExportBar : public QWidget
     Q_OBJECT
 
 public:
+    static constexpr int ButtonGap = 2;
+    static constexpr int GroupGap = 8; // besides those between buttons
+
     // Buttons that lead to pages other than `pages` stay out of view.
     ExportBar(const frmRes &res, std::span<const FrameTarget> pages, QWidget *parent);
 

@@ -65,7 +65,6 @@ ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, Progress &progress,
     halves->setStretchFactor(1, 1);
     halves->setSizes({300, 700});
     m_browser->setMinimumWidth(220);
-    m_display->setMinimumWidth(400);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(12, 12, 12, 10);
     column->addWidget(halves);
