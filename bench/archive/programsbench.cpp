@@ -33,10 +33,8 @@ using namespace wb::bench;
 // Runs a program in a folder, without its output; gives the most megabytes it held. It has to end well.
 double Run(const std::string &folder, std::vector<std::string> words)
 {
-    std::vector<char *> arguments;
-    for (std::string &word : words)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
+    std::vector<char *> arguments(words.size() + 1);
+    std::ranges::transform(words, arguments.begin(), [](std::string &word) { return word.data(); });
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());

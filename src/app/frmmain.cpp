@@ -20,9 +20,6 @@
 #include <QWheelEvent>
 #include <QWindow>
 
-#include <algorithm>
-#include <thread>
-
 namespace wb
 {
 
@@ -44,11 +41,6 @@ const char *const PageCaptions[frmMain::PageCount] = {"ResViewer",    "GI Editor
                                                       "HAI Editor",   "Anim Creator", "DAT Editor",
                                                       "PKG UnPacker", "PKG Packer",   "Опции"};
 
-int ThreadCount()
-{
-    return std::max(1, int(std::thread::hardware_concurrency())); // 0 when the machine can't tell
-}
-
 } // namespace
 
 frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
@@ -56,7 +48,7 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
       m_settingsPath(std::move(settingsPath)), m_settings(LoadSettings(m_settingsPath)),
       m_caption(new CaptionBar(m_res, QStringLiteral("Workbench"), this)), m_pageButtons(new QWidget(this)),
       m_pages(new QStackedWidget(this)), m_status(new StatusStrip(this)), m_unpackJob(*m_status),
-      m_packJob(*m_status, ThreadCount())
+      m_packJob(*m_status)
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Workbench"));

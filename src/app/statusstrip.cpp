@@ -50,6 +50,7 @@ StatusStrip::StatusStrip(QWidget *parent)
 
 void StatusStrip::ProgressStart(std::int32_t maximum, const QString &text)
 {
+    m_maximums.push_back(maximum);
     prgProgress->SetMaximum(maximum);
     lblStatus->setText(text);
     ShowProgress(true);
@@ -77,10 +78,14 @@ void StatusStrip::ProgressWait()
 
 void StatusStrip::ProgressClear()
 {
+    if (!m_maximums.empty())
+        m_maximums.pop_back();
+    const bool isInside = !m_maximums.empty(); // the job that goes on tells its value at its next step
     prgProgress->SetValue(0);
-    prgProgress->SetMaximum(1);
+    prgProgress->SetMaximum(isInside ? m_maximums.back() : 1);
     lblStatus->clear();
-    ShowProgress(false);
+    m_sinceShown.invalidate();
+    ShowProgress(isInside);
 }
 
 // A bar that stands at nothing is only clutter.

@@ -7,6 +7,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <vector>
+
 class QLabel;
 
 namespace wb
@@ -35,7 +37,8 @@ private:
     QLabel *lblStatus;
     Gauge *prgProgress;
     Gauge *prgMem;
-    QElapsedTimer m_sinceShown; // a step; invalid before the first one
+    std::vector<std::int32_t> m_maximums; // of the jobs that run inside one another
+    QElapsedTimer m_sinceShown;           // a step; invalid before the first one
     QTimer tmrMemory;
 };
 

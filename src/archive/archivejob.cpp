@@ -29,7 +29,7 @@ ArchiveJob::Running::Running(ArchiveJob &job, const JobReport &report) : m_job(j
 
 ArchiveJob::Running::~Running()
 {
-    m_job.m_progress.ProgressClear();
+    m_job.ClearProgress();
     m_job.ShowWork({});
     m_job.m_busy = m_job.m_abort = m_job.m_paused = false;
     m_job.m_report = nullptr;
@@ -42,8 +42,17 @@ void ArchiveJob::Fail(const QString &boxText)
         m_report->Error(boxText);
 }
 
+void ArchiveJob::ClearProgress()
+{
+    if (m_hasProgress)
+        m_progress.ProgressClear();
+    m_hasProgress = false;
+}
+
 void ArchiveJob::StartProgress(const QString &caption, std::int32_t items, std::int64_t bytes)
 {
+    ClearProgress();
+    m_hasProgress = true;
     m_caption = caption;
     m_items = items;
     m_progress.ProgressStart(std::max(Units(items, bytes), 1), caption);

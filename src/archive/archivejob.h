@@ -71,12 +71,15 @@ protected:
     void Yield();
 
 private:
+    void ClearProgress();
+
     Progress &m_progress;
     const JobReport *m_report = nullptr; // while busy
     bool m_busy = false;
     bool m_abort = false;
     bool m_paused = false;
     bool m_failed = false;
+    bool m_hasProgress = false; // was started
     QString m_caption;
     std::int32_t m_items = 0;
     std::int32_t m_itemsDone = 0;

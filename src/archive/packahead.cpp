@@ -21,22 +21,26 @@ std::int64_t CostOf(const PackItem &item)
     return item.Entry.Type == PkgPacked ? item.Size * 2 + item.Size / 50 : item.Size;
 }
 
-// Room for the length, then the file's bytes; nothing when it is empty or can't be read.
-ByteArray ReadBehindLead(const std::string &path)
+using State = PackedFile::State;
+
+// Room for the length, then the file's bytes. A file that is cut short meanwhile can't be read.
+State ReadBehindLead(const std::string &path, ByteArray &bytes)
 {
     InputFile file;
-    if (file.Open(path) != FileError::None || file.Size() > LargestFile)
-        return {};
-    ByteArray bytes(std::size_t(file.Size()) + LengthSize);
+    if (file.Open(path) != FileError::None)
+        return State::Unreadable;
+    if (file.Size() > LargestFile)
+        return State::TooLong;
+    bytes.resize(std::size_t(file.Size()) + LengthSize);
     const std::size_t count = file.ReadAt(0, std::span(bytes).subspan(LengthSize));
-    bytes.resize(count == 0 ? 0 : count + LengthSize);
-    return bytes;
+    return count + LengthSize == bytes.size() ? State::Whole : State::Unreadable;
 }
 
 } // namespace
 
 struct PackAhead::Waiting {
     std::int64_t cost = 0;
+    State state = State::Whole;
     ByteArray bytes;                       // behind the room for their length
     std::unique_ptr<ZlChunkPacker> packer; // when it is compressed
     std::vector<bool> done;                // by chunk
@@ -49,8 +53,7 @@ struct PackAhead::Waiting {
 PackAhead::PackAhead(const PackPlan &plan, int threads)
     : m_plan(plan), m_budget(std::max(SmallBudget, plan.LargestFile() * 3 - SmallBudget))
 {
-    for (int i = 1; i < threads; ++i)
-        m_workers.emplace_back([this] { Work(); });
+    m_workers.Start(threads - 1, [this] { Work(); });
 }
 
 PackAhead::~PackAhead()
@@ -60,27 +63,39 @@ PackAhead::~PackAhead()
         m_stopping = true;
     }
     m_chunkWaits.notify_all();
-    for (std::thread &worker : m_workers)
-        worker.join();
+    m_workers.Join();
 }
 
 PackedFile PackAhead::Next(const std::function<void()> &yield)
 {
     ReadAhead();
     Waiting &file = *m_waiting.front();
-    PackedFile packed;
-    packed.Size = file.bytes.empty() ? 0 : ByteCount(file.bytes) - std::int32_t(LengthSize);
     for (int chunk = 0; chunk < int(file.done.size()); ++chunk) {
         AwaitChunk(file, chunk);
         yield();
     }
-    packed.Bytes = file.packer != nullptr ? file.packer->TakeStream() : std::move(file.bytes);
-    if (!packed.Bytes.empty())
-        PutLong(packed.Bytes, 0, ByteCount(packed.Bytes) - std::int32_t(LengthSize));
+    PackedFile packed = Result(file);
     m_held -= file.cost;
     const std::lock_guard lock(m_mutex);
     m_waiting.pop_front();
     m_unclaimed -= m_unclaimed > 0 ? 1 : 0;
+    return packed;
+}
+
+PackedFile PackAhead::Result(Waiting &file)
+{
+    const auto size = std::int64_t(file.bytes.size()) - std::int64_t(LengthSize);
+    const std::int64_t length = file.packer != nullptr ? file.packer->StreamLength() : size;
+    if (file.state != State::Whole || (size > 0 && length == 0))
+        return {file.state == State::TooLong ? State::TooLong : State::Unreadable, 0, {}};
+    if (length > LargestFile)
+        return {State::TooLong, 0, {}};
+    if (size == 0)
+        return {};
+    PackedFile packed;
+    packed.Size = static_cast<std::int32_t>(size);
+    packed.Bytes = file.packer != nullptr ? file.packer->TakeStream() : std::move(file.bytes);
+    PutLong(packed.Bytes, 0, static_cast<std::int32_t>(length));
     return packed;
 }
 
@@ -97,14 +112,15 @@ void PackAhead::Admit(const PackItem &item)
     auto file = std::make_unique<Waiting>();
     file->cost = CostOf(item);
     try {
-        file->bytes = ReadBehindLead(item.Native);
-        if (item.Entry.Type == PkgPacked && !file->bytes.empty()) {
+        file->state = ReadBehindLead(item.Native, file->bytes);
+        const bool isCompressed = item.Entry.Type == PkgPacked && file->bytes.size() > LengthSize;
+        if (file->state == State::Whole && isCompressed) {
             file->packer =
                 std::make_unique<ZlChunkPacker>(ByteView(file->bytes).subspan(LengthSize), LengthSize);
             file->done.resize(std::size_t(file->packer->ChunkCount()));
         }
     } catch (const std::bad_alloc &) {
-        *file = {file->cost, {}, nullptr, {}, 0};
+        *file = {file->cost, State::Unreadable, {}, nullptr, {}, 0};
     }
     m_held += file->cost;
     {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "archive/packplan.h"
+#include "archive/workers.h"
 #include "archive/zlblock.h"
 
 #include <condition_variable>
@@ -9,7 +10,6 @@
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 namespace wb
@@ -17,7 +17,13 @@ namespace wb
 
 // A file as the archive takes it.
 struct PackedFile {
-    std::int32_t Size = 0; // of the file; 0 when it is empty or could not be read
+    enum class State {
+        Whole,
+        Unreadable, // or memory did not suffice
+        TooLong     // for an archive
+    };
+    State Outcome = State::Whole;
+    std::int32_t Size = 0; // of the file; 0 unless it is whole
     ByteArray Bytes;       // its length or its stream's, then its bytes or the stream; empty when Size is 0
 };
 
@@ -40,6 +46,7 @@ private:
         int number = 0;
     };
 
+    static PackedFile Result(Waiting &file);
     void ReadAhead();
     void Admit(const PackItem &item);
     void AwaitChunk(const Waiting &file, int chunk);
@@ -59,7 +66,7 @@ private:
     std::deque<std::unique_ptr<Waiting>> m_waiting;
     std::size_t m_unclaimed = 0; // the first waiting file that may have a chunk nobody took
     bool m_stopping = false;
-    std::vector<std::thread> m_workers;
+    Workers m_workers;
 };
 
 } // namespace wb

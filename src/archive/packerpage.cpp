@@ -40,8 +40,11 @@ void PackerPage::ApplySettings()
     txtPack_FileName->ApplySetting();
 }
 
+// The form tells what the running job does.
 void PackerPage::SetPaths(const QString &folder, const QString &archive)
 {
+    if (m_job.IsBusy())
+        return;
     txtPack_Folder->setText(folder);
     txtPack_FileName->setText(archive);
 }

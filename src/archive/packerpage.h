@@ -25,6 +25,7 @@ public:
     bool IsBusy() const override { return m_job.IsBusy(); }
     void Abort() override { m_job.Abort(); }
 
+    // Does nothing while the job runs.
     void SetPaths(const QString &folder, const QString &archive);
 
 private:

@@ -15,6 +15,8 @@ namespace wb
 namespace
 {
 
+const QString TooLargeText = QStringLiteral("Archive is too large.");
+
 // Offsets are signed 32-bit.
 constexpr std::int64_t LargestArchive = std::numeric_limits<std::int32_t>::max();
 
@@ -31,14 +33,14 @@ PkgEntry NotReached(PkgEntry entry)
     return entry;
 }
 
-// Where an aborted job leaves its archive when an older one has the name.
-QString AbortedPath(const QString &archivePath)
+// What an aborted job calls its archive when an older one, beside which it lies, has the name.
+QString AbortedName(const QString &archivePath)
 {
-    const QString stem = GetFolder(archivePath) + u'\\' + GetFileTitle(archivePath);
-    QString path = NormalizePath(stem + QStringLiteral(" (прервано).pkg"));
-    for (int number = 2; FileExists(path); ++number)
-        path = NormalizePath(stem + QStringLiteral(" (прервано %1).pkg").arg(number));
-    return path;
+    const QString stem = GetFileTitle(archivePath) + QStringLiteral(" (прервано");
+    QString name = stem + QStringLiteral(").pkg");
+    for (int number = 2; FileExists(NormalizePath(GetFolder(archivePath) + u'\\' + name)); ++number)
+        name = stem + QStringLiteral(" %1).pkg").arg(number);
+    return name;
 }
 
 } // namespace
@@ -74,18 +76,19 @@ void PackJob::PackArchive(const PackOrder &order)
     }));
     if (HasFailed())
         return;
-    const QString aside = IsAborted() && older.Exists ? AbortedPath(order.ArchivePath) : QString();
-    if (!aside.isEmpty())
-        m_file.SetTarget(ToNativePath(aside));
+    const bool isAside = IsAborted() && older.Exists;
+    if (isAside)
+        m_file.SetTargetName(ToNativeName(AbortedName(FromNativePath(m_file.Target()))));
+    const QString written = FromNativePath(m_file.Target());
     if (const FileError error = m_file.Commit(); error != FileError::None)
         FailWith(Error::NotWritten, FileErrorText(error));
-    else if (!aside.isEmpty())
-        Log(QStringLiteral("Записанное сохранено: ") + aside);
+    else if (isAside)
+        Log(QStringLiteral("Записанное сохранено: ") + written);
 }
 
 bool PackJob::OpenArchive(const PackOrder &order)
 {
-    const FileError error = m_file.Open(ToNativePath(order.ArchivePath), OutputFile::Placement::Beside);
+    const FileError error = m_file.Open(ToNativePath(order.ArchivePath), {.IsBeside = true});
     if (error == FileError::None) {
         ByteArray header(std::size_t(PkgHeaderSize), 0);
         PutLong(header, 0, PkgHeaderSize); // the root's directory follows
@@ -139,15 +142,16 @@ PkgEntry PackJob::WriteItem(PackAhead &ahead, const PackItem &item, const QStrin
     }
     ShowWork(item.Path);
     std::int64_t bytesLeft = item.Size;
-    if (item.Size > LargestArchive)
-        Reserve(item.Size);
+    const PackedFile file = ahead.Next([this, &bytesLeft] {
+        const auto chunk = std::min<std::int64_t>(bytesLeft, ZlChunkSize);
+        bytesLeft -= chunk;
+        Advance(0, chunk);
+        Yield();
+    });
+    if (file.Outcome == PackedFile::State::TooLong)
+        FailWith(Error::TooLarge, TooLargeText);
     else
-        WriteFile(entry, logPath, ahead.Next([this, &bytesLeft] {
-            const auto chunk = std::min<std::int64_t>(bytesLeft, ZlChunkSize);
-            bytesLeft -= chunk;
-            Advance(0, chunk);
-            Yield();
-        }));
+        WriteFile(entry, logPath, file);
     Advance(0, bytesLeft);
     return entry;
 }
@@ -164,12 +168,14 @@ void PackJob::WriteFile(PkgEntry &entry, const QString &logPath, const PackedFil
 
     if (entry.Type == PkgStored) {
         Log(QStringLiteral("FILE:  ") + logPath);
+        if (file.Outcome == PackedFile::State::Unreadable)
+            Log(QStringLiteral("ERR: Ошибка чтения файла: ") + logPath);
     } else if (file.Size == 0) {
         entry.Type = PkgStored;
         Log(QStringLiteral("FILE:  %1 (Ошибка чтения файла)").arg(logPath));
     } else {
         const std::int64_t percent = std::int64_t(entry.PackedSize) * 100 / entry.Size;
-        Log(QStringLiteral("ZL02: %1 (Сжатие: %2%)").arg(logPath).arg(percent));
+        Log(QStringLiteral("ZL02: %1 (Сжатие: %2%)").arg(logPath, QString::number(percent)));
     }
 }
 
@@ -177,7 +183,7 @@ void PackJob::WriteFile(PkgEntry &entry, const QString &logPath, const PackedFil
 bool PackJob::Reserve(std::int64_t size)
 {
     if (size > LargestArchive - m_end) {
-        FailWith(Error::TooLarge, QStringLiteral("Archive is too large."));
+        FailWith(Error::TooLarge, TooLargeText);
         return false;
     }
     m_end += size;

@@ -3,6 +3,7 @@
 
 #include "archive/archivejob.h"
 #include "archive/packplan.h"
+#include "archive/workers.h"
 #include "platform/fileio.h"
 
 namespace wb
@@ -21,7 +22,9 @@ class PackJob : public ArchiveJob
 {
 public:
     // So many `threads` compress, the caller's among them; the archive's bytes do not depend on their number.
-    PackJob(Progress &progress, int threads) : ArchiveJob(progress), m_threads(threads) {}
+    explicit PackJob(Progress &progress, int threads = CoreCount()) : ArchiveJob(progress), m_threads(threads)
+    {
+    }
 
     // Runs to the end. The log has one line a folder ("FLDR: ") and file ("FILE:  ", "ZL02: "), "ERR: "
     // lines, and last lines that tell the compression reached and how the job ended. An older archive is lost

@@ -56,8 +56,8 @@ void PackPlan::ListFolderForPack(PackFolder &folder, const QString &path, const 
     std::vector<FolderEntry> found;
     if (ScanFolder(native, found) != FileError::None)
         folder.Errors.push_back(QStringLiteral("ERR: Нет доступа к папке: ") + logPrefix);
-    std::ranges::stable_partition(found,
-                                  [](const FolderEntry &entry) { return entry.Kind == EntryKind::Folder; });
+    std::stable_partition(found.begin(), found.end(),
+                          [](const FolderEntry &entry) { return entry.Kind == EntryKind::Folder; });
     folder.Items.reserve(found.size()); // m_files keeps their addresses
     for (const FolderEntry &entry : found) {
         PackItem item;
@@ -65,7 +65,7 @@ void PackPlan::ListFolderForPack(PackFolder &folder, const QString &path, const 
         item.Path = path + u'\\' + entry.Name;
         item.Native = NativeChild(native, entry.Name);
         if (entry.Kind == EntryKind::Folder)
-            AddFolder(folder, std::move(item), logPrefix + item.Entry.Name);
+            AddFolder(folder, std::move(item), logPrefix);
         else if (!entry.IsHidden())
             AddFile(folder, std::move(item));
     }
@@ -73,8 +73,9 @@ void PackPlan::ListFolderForPack(PackFolder &folder, const QString &path, const 
     m_isStopped = m_isStopped || !m_goesOn();
 }
 
-void PackPlan::AddFolder(PackFolder &folder, PackItem item, const QString &logPath)
+void PackPlan::AddFolder(PackFolder &folder, PackItem item, const QString &logPrefix)
 {
+    const QString logPath = logPrefix + item.Entry.Name;
     item.Entry.Type = PkgFolder;
     item.Folder = std::make_unique<PackFolder>();
     const FileFacts facts = GetFileFacts(item.Native);

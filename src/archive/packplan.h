@@ -56,7 +56,7 @@ public:
 private:
     void ListFolderForPack(PackFolder &folder, const QString &path, const std::string &native,
                            const QString &logPrefix);
-    void AddFolder(PackFolder &folder, PackItem item, const QString &logPath);
+    void AddFolder(PackFolder &folder, PackItem item, const QString &logPrefix);
     void AddFile(PackFolder &folder, PackItem item);
 
     Options m_options;

@@ -25,7 +25,7 @@ void PathBox::ApplySetting()
 
 QString PathBox::Path()
 {
-    const QString path = PathFromUserText(text());
+    QString path = PathFromUserText(text());
     if (path != text())
         setText(path);
     return path;

@@ -36,12 +36,17 @@ PkgEntry ReadRecord(ByteView record, const QString &folder)
     return entry;
 }
 
-// The number of records of the directory at `position`, as many as the file can hold there. An aborted job
-// leaves folders at 0, inside the file's header.
+// Whether a directory's header can lie there. An aborted job leaves folders at 0, in the file's own header.
+bool IsDirectoryAt(const PkgArchive &archive, std::int32_t position)
+{
+    return position >= PkgHeaderSize && position <= archive.File.Size() - PkgDirectoryHeaderSize;
+}
+
+// The number of records of the directory at `position`, as many as the file can hold there.
 std::int32_t RecordCount(const PkgArchive &archive, std::int32_t position)
 {
     std::array<std::uint8_t, PkgDirectoryHeaderSize> header = {};
-    if (position < PkgHeaderSize || archive.File.ReadAt(position, header) < header.size())
+    if (!IsDirectoryAt(archive, position) || archive.File.ReadAt(position, header) < header.size())
         return 0;
     const std::int64_t fitting = RecordsIn(archive.File.Size() - position - PkgDirectoryHeaderSize);
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(GetLong(header, 4), 0, fitting));
@@ -76,9 +81,15 @@ void ReadBranch(PkgWalk &walk, PkgEntryList &tree, std::int32_t position, const 
     const std::size_t first = tree.size();
     std::ranges::move(walk.Enter(position, folder), std::back_inserter(tree));
     const std::size_t end = tree.size();
-    for (std::size_t i = first; i < end; ++i)
-        if (tree[i].Type == PkgFolder)
-            ReadBranch(walk, tree, tree[i].Offset, tree[i].FullPath() + u'\\');
+    for (std::size_t i = first; i < end; ++i) {
+        if (tree[i].Type != PkgFolder)
+            continue;
+        const QString path = tree[i].FullPath() + u'\\';
+        if (walk.MayEnter(tree[i].Offset, path))
+            ReadBranch(walk, tree, tree[i].Offset, path);
+        else
+            tree[i].Offset = 0;
+    }
 }
 
 } // namespace
@@ -105,10 +116,17 @@ PkgWalk::PkgWalk(const PkgArchive &archive)
 {
 }
 
+bool PkgWalk::MayEnter(std::int32_t position, const QString &folder) const
+{
+    return IsDirectoryAt(m_archive, position) && folder.size() <= LongestPath &&
+           !m_entered.contains(position);
+}
+
 PkgEntryList PkgWalk::Enter(std::int32_t position, const QString &folder)
 {
-    if (folder.size() > LongestPath || !m_entered.insert(position).second)
+    if (!MayEnter(position, folder))
         return {};
+    m_entered.insert(position);
     const std::int64_t count = std::min<std::int64_t>(RecordCount(m_archive, position), m_recordsLeft);
     m_recordsLeft -= count;
     return ReadRecords(m_archive, position, count, folder);

@@ -33,8 +33,11 @@ class PkgWalk
 public:
     explicit PkgWalk(const PkgArchive &archive);
 
-    // The directory at `position`, whose path is `folder` (ended by "\", empty for the first one); empty when
-    // the walk may not enter it.
+    // Whether the walk may enter the directory at `position`, whose path is `folder` (ended by "\", empty for
+    // the first one).
+    bool MayEnter(std::int32_t position, const QString &folder) const;
+
+    // The directory; empty when the walk may not enter it.
     PkgEntryList Enter(std::int32_t position, const QString &folder);
 
 private:
@@ -44,7 +47,8 @@ private:
 };
 
 // Every entry below the directory at `position`: its own entries in their order, then for each of its folders
-// in that order the same again. The entries of one folder so stand next to each other.
+// in that order the same again. The entries of one folder so stand next to each other. A folder that the walk
+// may not enter has the Offset 0, where no directory can be.
 PkgEntryList PkgReadTree(const PkgArchive &archive, std::int32_t position);
 
 // The children of `folder` ("a\b", "a\b\"; "" or "\" for the root; in any case), folders first, both groups

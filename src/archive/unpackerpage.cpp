@@ -39,8 +39,11 @@ void UnpackerPage::ApplySettings()
     txtUnPack_Folder->ApplySetting();
 }
 
+// The form tells what the running job does.
 void UnpackerPage::SetPaths(const QString &archive, const QString &folder)
 {
+    if (m_job.IsBusy())
+        return;
     txtUnPack_FileName->setText(archive);
     txtUnPack_Folder->setText(folder);
 }

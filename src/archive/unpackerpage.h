@@ -23,6 +23,7 @@ public:
     bool IsBusy() const override { return m_job.IsBusy(); }
     void Abort() override { m_job.Abort(); }
 
+    // Does nothing while the job runs.
     void SetPaths(const QString &archive, const QString &folder);
 
     // Runs the job, showing it on this page. Returns when it has ended; does nothing while another one runs.

@@ -1,8 +1,11 @@
 #include "archive/unpackjob.h"
 
-#include "archive/unpacktarget.h"
 #include "common/files.h"
 #include "services/dialogs.h"
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
 
 namespace wb
 {
@@ -21,15 +24,18 @@ std::int64_t SizeOf(const PkgEntry &entry)
     return entry.Type == PkgFolder ? 0 : std::max(entry.Size, 0);
 }
 
-std::int64_t SizeOf(const PkgEntryList &tree)
-{
-    std::int64_t size = 0;
-    for (const PkgEntry &entry : tree)
-        size += SizeOf(entry);
-    return size;
-}
-
 } // namespace
+
+// An entry in the order of extraction: what a folder holds follows it.
+struct UnpackJob::Step {
+    PkgEntry entry;
+    std::size_t depth;     // 0: directly in the target folder
+    bool isBroken = false; // a folder without a directory that can be read
+};
+
+UnpackJob::UnpackJob(Progress &progress, int threads) : ArchiveJob(progress), m_threads(threads) {}
+
+UnpackJob::~UnpackJob() = default;
 
 JobEnd UnpackJob::Run(const UnpackOrder &order, const JobReport &report)
 {
@@ -38,7 +44,8 @@ JobEnd UnpackJob::Run(const UnpackOrder &order, const JobReport &report)
     UnpackArchive(order);
     LogEnd(order);
     m_archive.reset();
-    m_data = {};
+    m_steps = {};
+    m_targets = {};
     return End();
 }
 
@@ -56,14 +63,16 @@ void UnpackJob::UnpackArchive(const UnpackOrder &order)
         return FailWith(Error::BadTarget, FileErrorText(FileError::PathNotFound));
     if (!OpenArchive(order))
         return;
-    const std::int32_t start = order.Archive != nullptr ? order.StartOffset : m_archive->RootOffset;
-    const PkgEntryList tree = PkgReadTree(*m_archive, start);
-    StartProgress(QStringLiteral("Распаковка"), std::int32_t(tree.size()), SizeOf(tree));
-    const std::optional<UnpackTarget> target = UnpackTarget::Make(order.TargetFolder);
+    std::optional<UnpackTarget> target = UnpackTarget::Make(order.TargetFolder);
     if (!target)
         return FailWith(Error::BadTarget, FileErrorText(FileError::PathNotFound));
+    m_targets.push_back(std::move(*target));
+    const std::int32_t start = order.Archive != nullptr ? order.StartOffset : m_archive->RootOffset;
     PkgWalk walk(*m_archive);
-    UnpackFolder(walk, start, *target, order.LogPrefix);
+    if (!walk.MayEnter(start, order.LogPrefix))
+        Log(QStringLiteral("ERR: Каталог архива повреждён"));
+    ListSteps(walk, start, order.LogPrefix);
+    UnpackSteps();
 }
 
 bool UnpackJob::OpenArchive(const UnpackOrder &order)
@@ -75,47 +84,90 @@ bool UnpackJob::OpenArchive(const UnpackOrder &order)
     return m_archive != nullptr;
 }
 
-void UnpackJob::UnpackFolder(PkgWalk &walk, std::int32_t offset, const UnpackTarget &target,
-                             const QString &prefix)
+void UnpackJob::ListSteps(PkgWalk &walk, std::int32_t position, const QString &folder)
 {
-    for (const PkgEntry &entry : walk.Enter(offset, prefix)) {
+    const std::size_t depth = m_steps.empty() ? 0 : m_steps.back().depth + 1;
+    for (PkgEntry &entry : walk.Enter(position, folder)) {
+        m_steps.push_back({std::move(entry), depth});
+        Step &step = m_steps.back();
+        if (step.entry.Type != PkgFolder)
+            continue;
+        const QString path = step.entry.FullPath() + u'\\';
+        step.isBroken = !walk.MayEnter(step.entry.Offset, path);
+        ListSteps(walk, step.entry.Offset, path);
+    }
+}
+
+std::vector<const PkgEntry *> UnpackJob::Files() const
+{
+    std::vector<const PkgEntry *> files;
+    for (const Step &step : m_steps)
+        if (step.entry.Type != PkgFolder)
+            files.push_back(&step.entry);
+    return files;
+}
+
+void UnpackJob::UnpackSteps()
+{
+    const std::int64_t bytes =
+        std::accumulate(m_steps.begin(), m_steps.end(), std::int64_t(0),
+                        [](std::int64_t sum, const Step &step) { return sum + SizeOf(step.entry); });
+    StartProgress(QStringLiteral("Распаковка"), std::int32_t(m_steps.size()), bytes);
+    UnpackAhead ahead(m_archive, Files(), m_threads);
+    constexpr std::size_t none = std::numeric_limits<std::size_t>::max();
+    std::size_t refused = none; // how deep the folder lies that is passed over, with all that is deeper
+    for (const Step &step : m_steps) {
         if (HasFailed() || IsAborted())
             return;
-        const QString logPath = entry.FullPath();
-        if (!IsSafeEntryName(entry.Name))
-            Log(QStringLiteral("ERR: Недопустимое имя: ") + logPath);
-        else if (target.IsLinkThere(entry.Name))
-            Log(QStringLiteral("ERR: На месте файла или папки лежит ссылка: ") + logPath);
-        else
-            UnpackEntry(walk, entry, target, logPath);
-        Advance(1, SizeOf(entry));
+        const UnpackedFile file = step.entry.Type == PkgFolder ? UnpackedFile() : ahead.Next();
+        if (step.depth <= refused)
+            refused = UnpackEntry(step, file) ? none : step.depth;
+        Advance(1, SizeOf(step.entry));
         Yield();
     }
 }
 
-void UnpackJob::UnpackEntry(PkgWalk &walk, const PkgEntry &entry, const UnpackTarget &target,
-                            const QString &logPath)
+bool UnpackJob::UnpackEntry(const Step &step, const UnpackedFile &file)
 {
-    if (entry.Type != PkgFolder)
-        return UnpackFile(entry, target, logPath);
-    Log(QStringLiteral("FLDR: ") + logPath);
-    const std::optional<UnpackTarget> folder = target.MakeFolder(entry.Name);
+    m_targets.erase(m_targets.begin() + std::ptrdiff_t(step.depth) + 1, m_targets.end());
+    const QString &name = step.entry.Name;
+    if (!IsSafeEntryName(name)) {
+        Log(QStringLiteral("ERR: Недопустимое имя: ") + step.entry.FullPath());
+        return false;
+    }
+    if (m_targets.back().IsLinkThere(name)) {
+        Log(QStringLiteral("ERR: На месте файла или папки лежит ссылка: ") + step.entry.FullPath());
+        return false;
+    }
+    if (step.entry.Type == PkgFolder)
+        UnpackFolder(step);
+    else
+        UnpackFile(step, file);
+    return true;
+}
+
+void UnpackJob::UnpackFolder(const Step &step)
+{
+    Log(QStringLiteral("FLDR: ") + step.entry.FullPath());
+    if (step.isBroken)
+        Log(QStringLiteral("ERR: Папка в архиве повреждена: ") + step.entry.FullPath());
+    std::optional<UnpackTarget> folder = m_targets.back().MakeFolder(step.entry.Name);
     if (folder)
-        UnpackFolder(walk, entry.Offset, *folder, logPath + u'\\');
+        m_targets.push_back(std::move(*folder));
     else
         FailWith(Error::BadTarget, FileErrorText(FileError::PathNotFound));
 }
 
-void UnpackJob::UnpackFile(const PkgEntry &entry, const UnpackTarget &target, const QString &logPath)
+void UnpackJob::UnpackFile(const Step &step, const UnpackedFile &file)
 {
+    const PkgEntry &entry = step.entry;
+    const UnpackTarget &target = m_targets.back();
     ShowWork(target.Path() + u'\\' + entry.Name);
-    Log((entry.Type == PkgStored ? QStringLiteral("FILE:  ") : QStringLiteral("ZL02: ")) + logPath);
-    m_data.clear();
-    const bool isWhole = PkgReadEntryData(*m_archive, m_data, entry);
-    if (!target.WriteFile(entry.Name, m_data))
+    Log((entry.Type == PkgStored ? QStringLiteral("FILE:  ") : QStringLiteral("ZL02: ")) + entry.FullPath());
+    if (!target.WriteFile(entry.Name, file.Bytes))
         Log(QStringLiteral("ERR: Ошибка записи файла"));
-    else if (!isWhole)
-        Log(QStringLiteral("ERR: Файл в архиве повреждён: ") + logPath);
+    else if (!file.IsWhole)
+        Log(QStringLiteral("ERR: Файл в архиве повреждён: ") + entry.FullPath());
 }
 
 void UnpackJob::LogEnd(const UnpackOrder &order)

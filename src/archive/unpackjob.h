@@ -3,11 +3,12 @@
 
 #include "archive/archivejob.h"
 #include "archive/pkgreader.h"
+#include "archive/unpackahead.h"
+#include "archive/unpacktarget.h"
+#include "archive/workers.h"
 
 namespace wb
 {
-
-class UnpackTarget;
 
 struct UnpackOrder {
     QString ArchivePath;          // opened for the job, unless an open archive is given
@@ -20,7 +21,9 @@ struct UnpackOrder {
 class UnpackJob : public ArchiveJob
 {
 public:
-    using ArchiveJob::ArchiveJob;
+    // So many `threads` expand, the caller's among them.
+    explicit UnpackJob(Progress &progress, int threads = CoreCount());
+    ~UnpackJob();
 
     // Runs to the end. The log has one line a folder ("FLDR: ") and file ("FILE:  ", "ZL02: "), "ERR: " lines
     // for what could not be extracted whole, and a last line that tells how the job ended. Existing files are
@@ -29,19 +32,25 @@ public:
 
 private:
     enum class Error { None, NotFound, NotOpened, BadTarget };
+    struct Step;
 
     void UnpackArchive(const UnpackOrder &order);
     bool OpenArchive(const UnpackOrder &order);
-    void UnpackFolder(PkgWalk &walk, std::int32_t offset, const UnpackTarget &target, const QString &prefix);
-    void UnpackEntry(PkgWalk &walk, const PkgEntry &entry, const UnpackTarget &target,
-                     const QString &logPath);
-    void UnpackFile(const PkgEntry &entry, const UnpackTarget &target, const QString &logPath);
+    void ListSteps(PkgWalk &walk, std::int32_t position, const QString &folder);
+    void UnpackSteps();
+    bool UnpackEntry(const Step &step, const UnpackedFile &file);
+    void UnpackFolder(const Step &step);
+    void UnpackFile(const Step &step, const UnpackedFile &file);
+    std::vector<const PkgEntry *> Files() const;
     void FailWith(Error error, const QString &boxText);
     void LogEnd(const UnpackOrder &order);
 
+    int m_threads;
     Error m_error = Error::None;
-    PkgHandle m_archive; // while busy
-    ByteArray m_data;    // of the entry that is being extracted; kept to be filled again
+    // While busy:
+    PkgHandle m_archive;
+    std::vector<Step> m_steps;
+    std::vector<UnpackTarget> m_targets; // from the target folder down to the one being filled
 };
 
 } // namespace wb

@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <numeric>
 
 namespace wb
 {
@@ -142,7 +143,7 @@ void ZlBlockPack(ByteArray &destination, ByteView source)
     destination.resize(std::size_t(capacity));
     const std::int32_t streamLength =
         Graphics().VTGF_ZLib_Compress(destination.data(), &capacity, source.data(), &length);
-    destination.resize(std::size_t(streamLength + ZlHeaderSize));
+    destination.resize(streamLength > 0 ? std::size_t(streamLength + ZlHeaderSize) : 0);
 }
 
 ZlChunkPacker::ZlChunkPacker(ByteView source, std::size_t lead)
@@ -158,8 +159,15 @@ void ZlChunkPacker::PackChunk(int chunk)
         m_source.subspan(start, std::min<std::size_t>(ZlChunkSize, m_source.size() - start));
     const auto length = static_cast<std::int32_t>(part.size());
     std::uint8_t *slot = m_room.data() + m_lead + std::size_t(chunk) * SlotSize;
-    m_lengths[std::size_t(chunk)] =
-        ZlHeaderSize + Graphics().VTGF_ZLib_Compress2(slot + LengthSize, part.data(), &length);
+    const std::int32_t streamLength = Graphics().VTGF_ZLib_Compress2(slot + LengthSize, part.data(), &length);
+    m_lengths[std::size_t(chunk)] = streamLength > 0 ? ZlHeaderSize + streamLength : 0;
+}
+
+std::int64_t ZlChunkPacker::StreamLength() const
+{
+    if (std::ranges::find(m_lengths, 0) != m_lengths.end())
+        return 0;
+    return std::accumulate(m_lengths.begin(), m_lengths.end(), std::int64_t(m_lengths.size()) * LengthSize);
 }
 
 ByteArray ZlChunkPacker::TakeStream()

@@ -26,7 +26,7 @@ inline constexpr std::int32_t ZlTag01 = 0x31304C5A; // "ZL01"
 // the stated number of bytes.
 bool ZlBlockUnpack(ByteArray &destination, ByteView source, std::int32_t sourceLength, std::int32_t position);
 
-// Makes `destination` one block with the tag "ZL01".
+// Makes `destination` one block with the tag "ZL01"; empty when memory does not suffice.
 void ZlBlockPack(ByteArray &destination, ByteView source);
 
 // A chunk stream in the making. The chunks may be packed in any order and by several threads at once.
@@ -40,7 +40,11 @@ public:
     int ChunkCount() const { return int(m_lengths.size()); }
     void PackChunk(int chunk);
 
-    // Once every chunk is packed: the lead, whose bytes are undefined, and the chunk stream.
+    // Once every chunk is packed: the chunk stream's length, 0 when memory did not suffice for packing one of
+    // them.
+    std::int64_t StreamLength() const;
+
+    // The lead, whose bytes are undefined, and the chunk stream; 2,147,483,647 bytes at most in all.
     ByteArray TakeStream();
 
 private:

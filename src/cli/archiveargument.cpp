@@ -47,7 +47,8 @@ PkgHandle OpenArchive(const QString &argument)
 
 bool IsArchive(const PkgArchive &archive)
 {
-    return archive.RootOffset >= 0 && archive.RootOffset <= archive.File.Size() - PkgDirectoryHeaderSize;
+    return archive.RootOffset >= PkgHeaderSize &&
+           archive.RootOffset <= archive.File.Size() - PkgDirectoryHeaderSize;
 }
 
 std::optional<PkgEntry> FindFile(const QString &archiveArgument, const PkgArchive &archive,

@@ -3,9 +3,6 @@
 #include "cli/joboutput.h"
 #include "common/files.h"
 
-#include <algorithm>
-#include <thread>
-
 namespace wb::cli
 {
 
@@ -33,8 +30,7 @@ int Run(const QCommandLineParser &parser)
     if (!FolderExists(order.Folder))
         return Fail(source, QStringLiteral("is no folder"));
     JobOutput output(parser, target);
-    const int threads = std::max(int(std::thread::hardware_concurrency()), 1);
-    return output.Status(PackJob(output.Bar(), threads).Run(order, output.Report()));
+    return output.Status(PackJob(output.Bar()).Run(order, output.Report()));
 }
 
 } // namespace

@@ -94,8 +94,9 @@ private:
 //    that neither a full disk nor a crash costs the user both. It keeps its permission bits and, where that
 //    is allowed, its owner; a link stays a link. One that this user may not write to is refused.
 //  - Where none was, the file is made under its own name and not flushed: there is nothing to lose, and jobs
-//    that make thousands of files would pay half as much again for renaming alone. Placement::Beside makes it
-//    beside its place and renames it as well, for what takes long to become complete.
+//    that make thousands of files would pay half as much again for renaming alone.
+//  - What is made beside its place has no name before Commit, where the file system allows that: nothing is
+//    left behind even by a program that was killed.
 //  - A device or pipe is written to as it is.
 class OutputFile
 {
@@ -105,11 +106,19 @@ public:
     OutputFile &operator=(const OutputFile &) = delete;
     ~OutputFile() { Abandon(); }
 
-    enum class Placement { Direct, Beside };
-    FileError Open(const std::string &path, Placement placement = Placement::Direct);
+    struct Options {
+        bool IsBeside = false; // also where no older file is: for what takes long to become complete
+        bool IsFlushed =
+            true; // before it replaces an older one; otherwise a crash of the machine may cost both
+    };
+    FileError Open(const std::string &path, const Options &options);
+    FileError Open(const std::string &path) { return Open(path, {}); }
 
-    // What is being written beside an older file is to be a file of its own, in the same folder.
-    void SetTarget(const std::string &path) { m_path = path; }
+    // The file that Commit makes, links resolved.
+    const std::string &Target() const { return m_path; }
+
+    // What is being made beside its place gets that name in the same folder instead.
+    void SetTargetName(const std::string &name);
 
     // Appends. After a failed write the file can only be abandoned; Commit tells the error again.
     FileError Write(ByteView bytes);
@@ -125,13 +134,18 @@ public:
 private:
     FileError OpenExisting(const std::string &path);
     FileError OpenBeside(const std::string &target);
+    bool OpenNameless();
+    bool OpenNamed();
+    FileError GiveName();
     FileError TakeRightsOf(const struct stat &older);
     FileError Fail(int errorNumber);
 
     int m_descriptor = -1;
-    std::string m_path;      // what Commit makes
-    std::string m_written;   // what is being written: the temporary, or m_path itself; empty for a device
-    bool m_replaces = false; // an older file
+    std::string m_path; // what Commit makes
+    // What is being written: the temporary, or m_path itself. Empty for one without a name, and for a device,
+    // where m_path is empty too.
+    std::string m_written;
+    bool m_isFlushed = false; // by Commit
     FileError m_error = FileError::None;
 };
 

@@ -188,8 +188,8 @@ RASTGL_API int32_t VTGF_ZLib_Compress(uint8_t *target, const int32_t *capacity, 
 RASTGL_API int32_t VTGF_ZLib_Compress2(uint8_t *target, const uint8_t *source, const int32_t *length);
 
 // Expands the stream of the block into at most `capacity` bytes and gives their number. Tag and unpacked
-// length are not looked at; bytes behind the stream do no harm. A damaged stream, and one that holds more,
-// give 0: the target then has what came out before, and zeroes up to its capacity.
+// length are not looked at; bytes behind the stream do no harm. A damaged stream, and one that holds more
+// or nothing, give 0: the target then has what came out before, and zeroes up to its capacity.
 RASTGL_API int32_t VTGF_ZLib_UnCompress(uint8_t *target, const int32_t *capacity, const uint8_t *block,
                                         const int32_t *length);
 RASTGL_API int32_t VTGF_ZLib_UnCompress2(uint8_t *target, const int32_t *capacity, const uint8_t *block,

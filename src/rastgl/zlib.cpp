@@ -18,49 +18,53 @@ void PutLong(std::uint8_t *target, std::uint32_t value)
         target[i] = static_cast<std::uint8_t>(value >> 8 * i);
 }
 
-struct CompressorDeleter {
-    void operator()(z_stream *compressor) const
+// A deflate stream to be used again: what compress2 makes for each call costs more than compressing a small
+// file.
+class Compressor
+{
+public:
+    Compressor() : m_isReady(::deflateInit(&m_stream, Z_DEFAULT_COMPRESSION) == Z_OK) {}
+    Compressor(const Compressor &) = delete;
+    Compressor &operator=(const Compressor &) = delete;
+    ~Compressor()
     {
-        ::deflateEnd(compressor);
-        delete compressor;
+        if (m_isReady)
+            ::deflateEnd(&m_stream);
     }
+
+    // The length of the zlib stream, which is that of compress2; 0 when it does not fit.
+    std::int32_t Compress(std::uint8_t *target, std::int64_t room, const std::uint8_t *source,
+                          std::int32_t length)
+    {
+        if (!m_isReady || ::deflateReset(&m_stream) != Z_OK)
+            return 0;
+        m_stream.next_in = source;
+        m_stream.avail_in = uInt(length);
+        m_stream.next_out = target;
+        m_stream.avail_out = uInt(room);
+        const bool isWhole = ::deflate(&m_stream, Z_FINISH) == Z_STREAM_END;
+        return isWhole ? static_cast<std::int32_t>(m_stream.total_out) : 0;
+    }
+
+private:
+    z_stream m_stream = {};
+    bool m_isReady;
 };
 
-using Compressor = std::unique_ptr<z_stream, CompressorDeleter>;
-
-Compressor MakeCompressor()
-{
-    auto stream = std::make_unique<z_stream>();
-    return Compressor(::deflateInit(stream.get(), Z_DEFAULT_COMPRESSION) == Z_OK ? stream.release()
-                                                                                 : nullptr);
-}
-
-// What compress2 makes for each call costs more than compressing a small file.
-z_stream *ThreadsCompressor()
-{
-    thread_local const Compressor compressor = MakeCompressor();
-    if (compressor != nullptr)
-        ::deflateReset(compressor.get());
-    return compressor.get();
-}
-
-// Writes the header and the stream, which is that of compress2; `room` is what the stream may take. Gives the
-// stream's length, 0 when it does not fit.
+// Writes the header and the stream; `room` is what the stream may take. Gives the stream's length, 0 when it
+// does not fit.
 std::int32_t Pack(std::uint8_t *target, const char *tag, std::int64_t room, const std::uint8_t *source,
                   std::int32_t length)
 {
-    z_stream *compressor = ThreadsCompressor();
-    if (compressor == nullptr || length < 0 || room <= 0)
+    thread_local Compressor compressor;
+    if (length < 0 || room <= 0)
         return 0;
-    compressor->next_in = source;
-    compressor->avail_in = uInt(length);
-    compressor->next_out = target + HeaderSize;
-    compressor->avail_out = uInt(room);
-    if (::deflate(compressor, Z_FINISH) != Z_STREAM_END)
+    const std::int32_t streamLength = compressor.Compress(target + HeaderSize, room, source, length);
+    if (streamLength == 0)
         return 0;
     std::memcpy(target, tag, 4);
     PutLong(target + 4, std::uint32_t(length));
-    return static_cast<std::int32_t>(compressor->total_out);
+    return streamLength;
 }
 
 struct DecompressorDeleter {
@@ -78,13 +82,13 @@ libdeflate_decompressor *ThreadsDecompressor()
     return decompressor.get();
 }
 
-// What libdeflate refuses, zlib expands as far as it goes.
+// What libdeflate refuses, zlib expands as far as it goes. Nothing at all counts as damaged too.
 std::int32_t ExpandDamaged(std::uint8_t *target, std::int32_t capacity, const std::uint8_t *stream,
                            std::int32_t length)
 {
     auto produced = static_cast<uLongf>(capacity);
     const int result = ::uncompress(target, &produced, stream, uLong(length));
-    if (result == Z_OK)
+    if (result == Z_OK && produced > 0)
         return static_cast<std::int32_t>(produced);
     std::memset(target + produced, 0, std::size_t(capacity) - produced);
     return 0;
@@ -105,7 +109,8 @@ std::int32_t Expand(std::uint8_t *target, std::int32_t capacity, const std::uint
     libdeflate_decompressor *decompressor = ThreadsDecompressor();
     if (decompressor != nullptr &&
         libdeflate_zlib_decompress_ex(decompressor, stream, std::size_t(streamLength), target,
-                                      std::size_t(capacity), nullptr, &produced) == LIBDEFLATE_SUCCESS)
+                                      std::size_t(capacity), nullptr, &produced) == LIBDEFLATE_SUCCESS &&
+        produced > 0)
         return static_cast<std::int32_t>(produced);
     return ExpandDamaged(target, capacity, stream, streamLength);
 }

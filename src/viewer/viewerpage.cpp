@@ -217,9 +217,11 @@ void ViewerPage::ExtractFile(const PkgArchive &archive, const PkgEntry &file)
     if (path.isEmpty())
         return;
     ByteArray bytes;
-    PkgReadEntryData(archive, bytes, file);
+    const bool isWhole = PkgReadEntryData(archive, bytes, file);
     if (!WriteFileBytes(path, bytes))
         ReportFileError(m_dialogs, FileError::AccessError);
+    else if (!isWhole)
+        m_dialogs.Error(QStringLiteral("The file is damaged."), ErrorTitle);
     m_settings.OpenDir = GetFolder(path);
 }
 

@@ -46,7 +46,9 @@ void DesktopDialogs::Error(const QString &text, const QString &title)
 
 bool DesktopDialogs::Question(const QString &text, const QString &title)
 {
-    return QMessageBox::question(m_owner, title, text) == QMessageBox::Yes;
+    // What is asked about costs something: a careless Enter must not say Yes.
+    return QMessageBox::question(m_owner, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
+           QMessageBox::Yes;
 }
 
 QString DesktopDialogs::OpenFile(const QString &filter, const QString &path)

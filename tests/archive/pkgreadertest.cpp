@@ -1,109 +1,65 @@
 #include "archive/pkgreader.h"
 
-#include "madebytes.h"
+#include "common/bytes.h"
 #include "support/table.h"
+#include "support/tempfolder.h"
 
+#include <numeric>
+
+using namespace Qt::StringLiterals;
 using namespace wb;
-using namespace wb::test;
 
 namespace
 {
 
-ByteArray ArchiveHeader()
-{
-    ByteArray header(4, 0);
-    header[0] = 4;
-    return header;
-}
-
 // The directories that a line of pkgtrees.txt describes, as an archive.
 ByteArray MakeDirectories(const QString &text)
 {
-    ByteArray archive = ArchiveHeader();
+    ByteArray archive(4, 0);
+    PutLong(archive, 0, 4);
     for (const QString &directory : text.split(u';')) {
         PkgEntryList list;
         for (const QString &record : directory.section(u':', 1).split(u' ', Qt::SkipEmptyParts)) {
-            const bool isFolder = record.contains(u'>');
-            const QStringList fields = record.split(isFolder ? u'>' : u'=');
-            const std::int32_t number = fields.size() > 1 ? fields[1].toInt() : PkgStored;
-            list.push_back({fields[0], {}, 0, 0, isFolder ? number : 0, isFolder ? PkgFolder : number});
+            const QStringList part = record.split(u'/');
+            list.push_back({part[0], {}, 0, 0, part.value(2).toInt(), part.value(1, u"1"_s).toInt()});
         }
         ByteArray bytes = PkgDirectoryBytes(list);
-        const QStringList place = directory.section(u':', 0, 0).split(u'/');
-        if (place.size() > 1)
-            PutLong(bytes, 4, place[1].toInt());
-        const auto offset = place[0].toUInt();
-        archive.resize(std::max(archive.size(), offset + bytes.size()), 0xFF);
-        std::ranges::copy(bytes, archive.begin() + offset);
+        const QStringList place = directory.section(u':', 0, 0).trimmed().split(u' ');
+        PutLong(bytes, 4, place.value(1, QString::number(list.size())).toInt());
+        archive.resize(std::max(archive.size(), place[0].toUInt() + bytes.size()), 0xFF);
+        std::ranges::copy(bytes, archive.begin() + place[0].toInt());
     }
     return archive;
 }
 
-class PkgReader : public testing::Test
+PkgHandle Open(ByteView bytes)
 {
-protected:
-    PkgHandle Open(ByteView bytes)
-    {
-        folder.Put("made.pkg", TextOf(bytes));
-        FileError error = {};
-        return PkgOpenRead(folder.Path(QStringLiteral("made.pkg")), error);
-    }
-    PkgEntryList Walk(ByteView bytes)
-    {
-        const PkgHandle archive = Open(bytes);
-        return PkgReadTree(*archive, archive->RootOffset);
-    }
-
-    TempFolder folder;
-};
-
-TEST_F(PkgReader, ReadsRecords)
-{
-    QStringList rows;
-    for (const PkgEntry &entry : Walk(ReadHex("archive/smalltree.txt")))
-        rows.push_back(QStringLiteral("%1 | %2 | %3 | %4 | %5")
-                           .arg(entry.FullPath())
-                           .arg(entry.Type)
-                           .arg(entry.PackedSize)
-                           .arg(entry.Size)
-                           .arg(entry.Offset));
-    EXPECT_EQ(ReadFixture("archive/smalltreerows.txt"), rows.join(u'\n').toStdString() + '\n');
+    const TempFolder folder;
+    folder.Put("made", TextOf(bytes));
+    FileError error = {};
+    return PkgOpenRead(folder.Path(u"made"_s), error);
 }
 
-TEST_F(PkgReader, WalksThroughAnyDirectories)
+TEST(PkgReader, WalksAndListsAnyDirectories)
 {
-    for (const TableRow &row : ReadTable("archive/pkgtrees.txt", 3)) {
+    for (const TableRow &row : ReadTable("archive/pkgtrees.txt", 4)) {
+        const PkgEntryList tree = PkgReadTree(*Open(MakeDirectories(row.Text(1))), 4);
         QStringList paths;
-        for (const PkgEntry &entry : Walk(MakeDirectories(row.Text(1))))
+        for (const PkgEntry &entry : row.fields[2] == "*" ? tree : PkgListFolder(tree, row.Text(2)))
             paths.push_back(entry.FullPath());
-        EXPECT_EQ(row.fields[2], paths.join(u' ').toStdString()) << row.line;
+        EXPECT_EQ(row.fields[3], paths.join(u' ').toStdString()) << row.line;
     }
 }
 
-TEST_F(PkgReader, ListsAFolderInAnyCase)
-{
-    const PkgEntryList tree =
-        Walk(MakeDirectories(QStringLiteral("4: zeta>2000 b.gi Alpha>1000 C.gi a.gi Яма>3000;"
-                                            "1000: sub>4000 q; 2000: b; 3000: я Б а; 4000: deep")));
-    for (const TableRow &row : ReadTable("archive/pkglists.txt", 2)) {
-        QStringList names;
-        for (const PkgEntry &entry : PkgListFolder(tree, row.Text(0)))
-            names.push_back(entry.Name);
-        EXPECT_EQ(row.fields[1], names.join(u' ').toStdString()) << row.line;
-    }
-}
-
-TEST_F(PkgReader, ReadsWhatIsThere)
+TEST(PkgReader, ReadsWhatIsThere)
 {
     ByteArray bytes(100);
     std::iota(bytes.begin(), bytes.end(), std::uint8_t(0));
     const PkgHandle archive = Open(bytes);
     for (const TableRow &row : ReadTable("archive/pkgdata.txt", 7)) {
-        ByteArray data(100, 7), expected(100, 7);
-        if (row.fields[4] != "-") {
-            expected.resize(std::size_t(row.Int(5)));
-            std::iota(expected.begin(), expected.end(), std::uint8_t(row.Int(4)));
-        }
+        ByteArray data(100, 7), expected = data;
+        if (row.fields[4] != "-")
+            expected.assign(bytes.begin() + row.Int(4), bytes.begin() + row.Int(4) + row.Int(5));
         const PkgEntry entry = {{}, {}, row.Int(2), 0, row.Int(3), row.Int(1)};
         EXPECT_EQ(row.Int(6) != 0, PkgReadEntryData(*archive, data, entry)) << row.line;
         EXPECT_EQ(expected, data) << row.line;
@@ -111,39 +67,18 @@ TEST_F(PkgReader, ReadsWhatIsThere)
     }
 }
 
-// Each folder lies in the one before: a walk ends before the stack does.
-TEST_F(PkgReader, WalksOnlySoDeep)
+// One folder in the other: a walk ends before the stack does. One directory that starts inside the other,
+// with all the records behind: together they would have the square of what is in the file.
+TEST(PkgReader, WalksInProportionToTheFile)
 {
-    ByteArray archive = ArchiveHeader();
-    for (std::int32_t next = 4 + 170; next < 100'000 * 170; next += 170)
-        std::ranges::copy(PkgDirectoryBytes({{QStringLiteral("d"), {}, 0, 0, next, PkgFolder}}),
-                          std::back_inserter(archive));
-    EXPECT_EQ(2049U, Walk(archive).size());
-}
-
-// Each folder's directory starts inside the one before it, with all the records behind: together they would
-// have the square of what is in the file.
-TEST_F(PkgReader, ReadsNoMoreRecordsThanTheFileHolds)
-{
-    PkgEntryList list(10'000);
-    for (std::size_t i = 0; i < list.size(); ++i)
-        list[i] = {QStringLiteral("d"), {}, 0, 0, std::int32_t(4 + 158 * (i + 1)), PkgFolder};
-    ByteArray archive = ArchiveHeader();
-    std::ranges::copy(PkgDirectoryBytes(list), std::back_inserter(archive));
-    EXPECT_EQ(list.size(), Walk(archive).size());
-}
-
-TEST_F(PkgReader, OpensFilesOnly)
-{
-    FileError error = {};
-    EXPECT_EQ(nullptr, PkgOpenRead(folder.Path(), error));
-    EXPECT_EQ(FileError::AccessError, error);
-    EXPECT_EQ(nullptr, PkgOpenRead(folder.Path(QStringLiteral("none\\x.pkg")), error));
-    EXPECT_EQ(FileError::PathNotFound, error);
-    for (const char *path : {"C:\\a.pkg", "a.PkG", "C:\\x.pkg\\.pkg"})
-        EXPECT_TRUE(IsPkgPath(QLatin1String(path))) << path;
-    for (const char *path : {"pkg", "a.pkg2", "a.pkg.gi", ""})
-        EXPECT_FALSE(IsPkgPath(QLatin1String(path))) << path;
+    QStringList deep, overlapping;
+    for (int i = 0; i < 100'000; ++i)
+        deep.push_back(u"%1: d/3/%2"_s.arg(4 + 170 * i).arg(174 + 170 * i));
+    for (int i = 1; i <= 10'000; ++i)
+        overlapping.push_back(u"d/3/%1"_s.arg(4 + 158 * i));
+    EXPECT_EQ(2049U, PkgReadTree(*Open(MakeDirectories(deep.join(u';'))), 4).size());
+    const PkgHandle archive = Open(MakeDirectories(u"4:"_s + overlapping.join(u' ')));
+    EXPECT_EQ(10'000U, PkgReadTree(*archive, 4).size());
 }
 
 } // namespace

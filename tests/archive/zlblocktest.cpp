@@ -1,212 +1,147 @@
 #include "archive/zlblock.h"
 
-#include "gfx/graphicslibrary.h"
-#include "madebytes.h"
+#include "common/bytes.h"
 #include "support/table.h"
+#include "support/tempfolder.h"
 
+#include <random>
 #include <zlib.h>
 
 using namespace wb;
-using namespace wb::test;
 
 namespace
 {
 
-void Append(ByteArray &bytes, ByteView more)
+// So many bytes: a text of few letters that shrinks, or noise that does not.
+ByteArray MakeBytes(std::size_t size, bool isNoise = false)
 {
-    bytes.insert(bytes.end(), more.begin(), more.end());
+    std::minstd_rand random(unsigned(size) + 1);
+    ByteArray bytes(size);
+    for (std::uint8_t &byte : bytes)
+        byte = static_cast<std::uint8_t>(isNoise ? random() >> 8 : 'a' + random() % 3);
+    return bytes;
 }
 
-// A block as zlib itself makes it.
-ByteArray MakeBlock(std::string_view tag, ByteView source)
-{
-    ByteArray block(ZlHeaderSize + ::compressBound(source.size()));
-    uLongf length = block.size() - ZlHeaderSize;
-    EXPECT_EQ(Z_OK, ::compress2(block.data() + ZlHeaderSize, &length, source.data(), source.size(),
-                                Z_DEFAULT_COMPRESSION));
-    std::ranges::copy(tag, block.begin());
-    PutLong(block, 4, ByteCount(source));
-    block.resize(ZlHeaderSize + length);
-    return block;
-}
-
+// A chunk stream as zlib itself makes it.
 ByteArray MakeStream(ByteView source)
 {
     ByteArray stream;
-    for (std::size_t start = 0; start < source.size(); start += 65536) {
-        const ByteView chunk = source.subspan(start, std::min<std::size_t>(65536, source.size() - start));
-        std::int32_t end = ByteCount(stream);
-        const ByteArray block = MakeBlock("ZL02", chunk);
-        AppendLong(stream, end, ByteCount(block));
-        Append(stream, block);
+    std::int32_t end = 0;
+    while (!source.empty()) {
+        const ByteView chunk = source.first(std::min<std::size_t>(65536, source.size()));
+        ByteArray room(::compressBound(chunk.size()));
+        uLongf length = room.size();
+        EXPECT_EQ(Z_OK, ::compress2(room.data(), &length, chunk.data(), chunk.size(), Z_DEFAULT_COMPRESSION));
+        for (const std::int32_t value : {std::int32_t(length) + 8, 0x32304C5A, ByteCount(chunk)})
+            AppendLong(stream, end, value);
+        stream.insert(stream.end(), room.begin(), room.begin() + std::ptrdiff_t(length));
+        end = ByteCount(stream);
+        source = source.subspan(chunk.size());
     }
     return stream;
 }
 
-// What zlib gives for a block, and zeroes behind. The number of bytes; 0 for a damaged one.
-std::size_t ZlibExpand(std::span<std::uint8_t> target, ByteView block)
+// What zlib gives of one; the rest of `target` stays as it was. False when it isn't whole.
+bool ZlibExpand(std::span<std::uint8_t> target, ByteView stream)
 {
-    uLongf produced = block.size() > ZlHeaderSize ? target.size() : 0;
-    const int result = produced == 0 ? Z_DATA_ERROR
-                                     : ::uncompress(target.data(), &produced, block.data() + ZlHeaderSize,
-                                                    block.size() - ZlHeaderSize);
-    std::ranges::fill(target.subspan(produced), std::uint8_t(0));
-    return result == Z_OK ? produced : 0;
-}
-
-bool ZlibExpandStream(std::span<std::uint8_t> target, ByteView stream)
-{
-    ByteReader reader(stream);
-    std::size_t produced = 1;
-    for (; !target.empty() && produced > 0; target = target.subspan(produced)) {
+    uLongf produced = 1;
+    for (ByteReader reader(stream); !target.empty() && produced > 0; target = target.subspan(produced)) {
         const std::int64_t length = reader.Long();
         const ByteView block = reader.Take(std::clamp<std::int64_t>(length, 0, reader.Remaining()));
-        produced = ZlibExpand(target.first(std::min<std::size_t>(65536, target.size())), block);
+        produced = std::min<std::size_t>(65536, target.size());
+        if (block.size() <= 8 || ::uncompress(target.data(), &produced, &block[8], block.size() - 8) != Z_OK)
+            return false;
     }
     return produced > 0;
 }
 
-// Of bytes that no stream of this size can reach, fewer may come.
-void ExpectAsZlib(const ByteArray &expected, bool isExpectedWhole, ByteArray got, bool isWhole,
-                  std::size_t packedSize, const std::string &what)
+// Unpacks the stream from a file, or its first record, which is a block behind 4 bytes.
+bool Unpack(bool isStream, ByteArray &got, const ByteArray &stream, std::int32_t size)
 {
-    ASSERT_EQ(isExpectedWhole, isWhole) << what;
-    ASSERT_LE(got.size(), std::min(expected.size(), packedSize * 1032)) << what;
-    got.resize(expected.size(), 0);
-    ASSERT_EQ(expected, got) << what;
+    if (!isStream)
+        return ZlBlockUnpack(got, stream, -1, 4);
+    static const TempFolder folder;
+    std::filesystem::remove(folder.Native("made")); // rewriting it is slower
+    folder.Put("made", "size" + TextOf(stream));
+    InputFile made;
+    made.Open(folder.Native("made"));
+    return ZlChunkStreamUnpack(made, got, 0, size);
 }
 
-class Zl : public testing::Test
+// Of bytes that nothing of this packed size can reach, fewer may come.
+void ExpectAsZlib(bool isStream, const ByteArray &packed, std::size_t size)
 {
-protected:
-    // The stream lies in a file behind 3 bytes and its length.
-    bool UnpackStream(ByteArray &got, ByteView stream, std::size_t size) const
-    {
-        ByteArray file(7, 0x55);
-        Append(file, stream);
-        std::filesystem::remove(folder.Native("made")); // rewriting it is slower
-        folder.Put("made", TextOf(file));
-        InputFile made;
-        made.Open(folder.Native("made"));
-        return ZlChunkStreamUnpack(made, got, 3, std::int32_t(size));
-    }
+    ByteArray got(size, 0xEE), expected(size, 0);
+    ASSERT_EQ(ZlibExpand(expected, packed), Unpack(isStream, got, packed, std::int32_t(size)));
+    ASSERT_LE(got.size(), std::min(size, packed.size() * 1032));
+    got.resize(size, 0);
+    ASSERT_EQ(expected, got);
+}
 
-    void ExpectStreamAsZlib(const ByteArray &stream, std::size_t size, const std::string &what) const
-    {
-        ByteArray got = UsedBytes(), expected(size, 0);
-        const bool isWhole = UnpackStream(got, stream, size);
-        const bool isExpectedWhole = ZlibExpandStream(expected, stream);
-        ExpectAsZlib(expected, isExpectedWhole, got, isWhole, stream.size(), what);
-    }
-
-    static void ExpectBlockAsZlib(const ByteArray &block, std::size_t size, const std::string &what)
-    {
-        ByteArray got = UsedBytes(), expected(size, 0);
-        const bool isWhole = ZlBlockUnpack(got, block, -1, 0);
-        const bool isExpectedWhole = ZlibExpand(expected, block) == size;
-        ExpectAsZlib(expected, isExpectedWhole, got, isWhole, block.size(), what);
-    }
-
-    TempFolder folder;
-};
-
-TEST_F(Zl, PacksWhatZlibGivesAndGetsItBack)
+TEST(Zl, PacksWhatZlibGivesAndGetsItBack)
 {
     for (const bool isNoise : {false, true})
-        for (const std::size_t size : {0, 1, 65535, 65536, 65537, 131072, 200'000}) {
+        for (const std::size_t size : {1, 65535, 65536, 65537, 131072, 200'000}) {
             const ByteArray source = MakeBytes(size, isNoise);
-            ByteArray packed = UsedBytes(), unpacked = UsedBytes();
-            ZlBlockPack(packed, source);
-            EXPECT_EQ(MakeBlock("ZL01", source), packed) << size;
-            EXPECT_TRUE(ZlBlockUnpack(unpacked, packed, -1, 0)) << size;
-            EXPECT_EQ(source, unpacked) << size;
-            if (size == 0)
-                continue;
-            EXPECT_EQ(ByteCount(MakeStream(source)), ZlChunkStreamPack(packed, source)) << size;
-            EXPECT_EQ(MakeStream(source), packed) << size;
+            ByteArray expected = MakeStream(source), packed(300'000, 0xEE), unpacked = packed;
+            EXPECT_EQ(ByteCount(expected), ZlChunkStreamPack(packed, source));
+            EXPECT_EQ(expected, packed) << size;
             packed.insert(packed.end(), 100, 0xFF); // which is no record
-            EXPECT_TRUE(UnpackStream(unpacked = UsedBytes(), packed, size)) << size;
+            EXPECT_TRUE(Unpack(true, unpacked, packed, ByteCount(source)));
+            EXPECT_EQ(source, unpacked) << size;
+
+            ZlBlockPack(packed, source);
+            expected[7] = '1';
+            EXPECT_TRUE(size > 65536 || std::equal(packed.begin(), packed.end(), &expected[4])) << size;
+            EXPECT_TRUE(ZlBlockUnpack(unpacked, packed, -1, 0));
             EXPECT_EQ(source, unpacked) << size;
         }
 }
 
-TEST_F(Zl, PacksChunksInAnyOrderBehindALead)
-{
-    const ByteArray source = MakeBytes(200'000);
-    ZlChunkPacker packer(source, 5);
-    ASSERT_EQ(4, packer.ChunkCount());
-    for (const int chunk : {2, 3, 0, 1})
-        packer.PackChunk(chunk);
-    ByteArray stream = packer.TakeStream();
-    stream.erase(stream.begin(), stream.begin() + 5);
-    EXPECT_EQ(MakeStream(source), stream);
-}
-
-TEST_F(Zl, SizesWhatItUnpacks)
+TEST(Zl, SizesWhatItUnpacks)
 {
     for (const TableRow &row : ReadTable("archive/zllengths.txt", 6)) {
-        ByteArray file(100, 1), block = MakeBlock("any ", MakeBytes(1000)), got = UsedBytes();
-        PutLong(block, 4, row.Int(3));
-        Append(file, block);
+        ByteArray file(96, 1), stream = MakeStream(MakeBytes(1000)), expected(std::size_t(row.Int(4)), 0);
+        const std::int32_t length = row.Int(2) == 0 ? GetLong(stream, 0) : row.Int(2);
+        PutLong(stream, 8, row.Int(3));
+        file.insert(file.end(), stream.begin(), stream.end());
         file.insert(file.end(), 100, 1);
-        const std::int32_t length = row.Int(2) == 0 ? ByteCount(block) : row.Int(2);
+        PutLong(stream, 0, length & 0x7FFFFFFF);
+        ZlibExpand(expected, stream);
+        ByteArray got(500, 0xEE);
         EXPECT_EQ(row.Int(5) != 0, ZlBlockUnpack(got, file, length, row.Int(1))) << row.line;
-        ByteArray expected(std::size_t(row.Int(4)));
-        block.resize(std::min(block.size(), std::size_t(length)));
-        ZlibExpand(expected, block);
         EXPECT_EQ(expected, got) << row.line;
+        EXPECT_LE(got.capacity(), std::max<std::size_t>(expected.size(), 1000)) << row.line;
     }
 }
 
-// Lengths that promise two gigabytes cost what the records can give.
-TEST_F(Zl, TakesNoMemoryOnAPromise)
+TEST(Zl, GivesOfDamagedBytesWhatZlibGives)
 {
-    const ByteArray source = MakeBytes(70'000);
-    ByteArray block = MakeBlock("ZL01", source), stream = MakeStream(source), got, more;
-    PutLong(block, 4, 0x7FFFFFFF);
-    EXPECT_FALSE(ZlBlockUnpack(got, block, -1, 0));
-    EXPECT_LE(got.capacity(), block.size() * 1032);
-    for (const std::int32_t length : {GetLong(stream, 0), 0, 8, -1, 0x7FFFFFFF}) {
-        PutLong(stream, 0, length);
-        EXPECT_FALSE(UnpackStream(more, stream, 0x7FFFFFFF));
-        EXPECT_LE(more.capacity(), 2 * 65536U) << length;
-    }
-}
-
-TEST_F(Zl, WritesNothingBehindItsRoom)
-{
-    const ByteArray source = MakeBytes(65536), block = MakeBlock("ZL02", source);
-    const std::int32_t length = ByteCount(block);
-    for (const std::int32_t room : {1, 100, 65535}) {
-        ByteArray target(66'000, 0xEE), expected = source;
-        Graphics().VTGF_ZLib_UnCompress2(target.data(), &room, block.data(), &length);
-        expected.resize(std::size_t(room));
-        expected.resize(target.size(), 0xEE);
-        EXPECT_EQ(expected, target) << room;
-        ExpectStreamAsZlib(MakeStream(source), std::size_t(room), "a chunk beyond the size");
-    }
-}
-
-TEST_F(Zl, GivesOfDamagedBytesWhatZlibGives)
-{
-    ByteArray source(131'073, 7);
-    std::ranges::copy(MakeBytes(300), source.begin() + 65'400); // the end of a chunk, the start of the next
-    const ByteArray block = MakeBlock("ZL01", MakeBytes(1000)), stream = MakeStream(source);
-    const auto part = [](const ByteArray &whole, std::size_t length) {
-        return ByteArray(whole.begin(), whole.begin() + std::ptrdiff_t(length));
-    };
-    for (std::size_t length = ZlHeaderSize; length < block.size(); ++length)
-        ExpectBlockAsZlib(part(block, length), 1000, "cut at " + std::to_string(length));
-    for (std::size_t length = 0; length < stream.size(); ++length)
-        ExpectStreamAsZlib(part(stream, length), source.size(), "cut at " + std::to_string(length));
-    std::minstd_rand random(1);
-    for (int run = 0; run < 2000; ++run) {
-        ByteArray damagedBlock = block, damagedStream = stream;
-        Damage(damagedBlock, random);
-        std::ranges::copy_n(block.begin(), ZlHeaderSize, damagedBlock.begin());
-        ExpectBlockAsZlib(damagedBlock, 1000, "block " + std::to_string(run));
-        Damage(damagedStream, random);
-        ExpectStreamAsZlib(damagedStream, source.size(), "stream " + std::to_string(run));
+    ByteArray chunks(131'073, 7);
+    std::ranges::copy(MakeBytes(300), chunks.begin() + 65'400); // the end of a chunk, the start of the next
+    for (const std::size_t size : {1, 100, 65535})
+        ExpectAsZlib(true, MakeStream(chunks), size);
+    ByteArray promising = MakeStream(MakeBytes(70'000));
+    PutLong(promising, 8, 0x7FFFFFFF);
+    const ByteArray empty = {16, 0, 0, 0, 'Z', 'L', '0', '2', 100, 0, 0, 0, 0x78, 0x9C, 3, 0, 0, 0, 0, 1};
+    for (const bool isStream : {false, true}) {
+        ByteArray got;
+        ExpectAsZlib(isStream, empty, 100);
+        EXPECT_FALSE(Unpack(isStream, got, promising, 0x7FFFFFFF));
+        EXPECT_LE(got.capacity(), isStream ? 131'072 : promising.size() * 1032) << "no memory on a promise";
+        const ByteArray source = isStream ? chunks : MakeBytes(1000), packed = MakeStream(source);
+        for (auto end = packed.begin() + (isStream ? 0 : 12); end != packed.end(); ++end)
+            ExpectAsZlib(isStream, {packed.begin(), end}, source.size());
+        std::minstd_rand random(1);
+        for (int run = 0; run < 2000; ++run) {
+            ByteArray damaged = packed;
+            for (int count = run % 4; count >= 0; --count)
+                damaged[random() % damaged.size()] = static_cast<std::uint8_t>(random() >> 8);
+            if (!isStream)
+                std::ranges::copy_n(packed.begin(), 12, damaged.begin());
+            SCOPED_TRACE(run);
+            ExpectAsZlib(isStream, damaged, source.size());
+        }
     }
 }
 

@@ -20,7 +20,9 @@ Tree TreeBelow(const TempFolder &folder, const std::string &root)
     Tree tree;
     for (const auto &entry : std::filesystem::recursive_directory_iterator(folder.Native(root))) {
         const std::string path = entry.path().lexically_relative(folder.Native(root));
-        tree[path] = entry.is_directory() ? "/" : folder.Get(root + '/' + path);
+        tree[path] = entry.is_directory()
+                         ? "/"
+                         : folder.Get(entry.path().lexically_relative(folder.Native()).string());
     }
     return tree;
 }

@@ -1,7 +1,8 @@
 // Tables of cases that lie as text beside the tests, where a new case costs no code.
 //
 // A line is one case: fields parted by "|", with blanks around them that do not count. "<D4>" is the byte
-// of that hexadecimal number, "<F0D4>" (four digits and more) that character. A line of "# " is for people.
+// of that hexadecimal number, "<D4*9>" nine of them, "<F0D4>" (four digits and more) that character. A line
+// of "# " is for people.
 #pragma once
 
 #include <QByteArrayList>
@@ -37,7 +38,9 @@ inline std::string WithoutEscapes(std::string_view field)
         }
         const std::string_view digits = field.substr(at + 1, field.find('>', at) - at - 1);
         const auto code = char32_t(std::stoul(std::string(digits), nullptr, 16));
-        plain += digits.size() == 2 ? std::string(1, char(code)) : QString::fromUcs4(&code, 1).toStdString();
+        const bool isByte = digits.size() == 2 || digits[2] == '*';
+        const std::size_t count = isByte && digits.size() > 2 ? std::stoul(std::string(digits.substr(3))) : 1;
+        plain += isByte ? std::string(count, char(code)) : QString::fromUcs4(&code, 1).toStdString();
         at += digits.size() + 1;
     }
     return plain;

@@ -14,28 +14,47 @@
 namespace wb
 {
 
+namespace
+{
+
+std::string FolderOf(const std::string &path)
+{
+    return path.substr(0, path.rfind('/') + 1);
+}
+
+std::string FreshNameBeside(const std::string &path)
+{
+    static std::random_device random;
+    return FolderOf(path) + ".workbench-" + std::to_string(random());
+}
+
+} // namespace
+
 FileError OutputFile::Fail(int errorNumber)
 {
     m_error = FileErrorOf(errorNumber);
     return m_error;
 }
 
-FileError OutputFile::Open(const std::string &path, Placement placement)
+FileError OutputFile::Open(const std::string &path, const Options &options)
 {
     Abandon();
     m_error = FileError::None;
-    m_replaces = false;
+    m_isFlushed = false;
     if (path.empty())
         return Fail(ENOENT);
     struct stat status = {};
-    if (placement == Placement::Beside && ::lstat(path.c_str(), &status) != 0 && errno == ENOENT)
+    if (options.IsBeside && ::lstat(path.c_str(), &status) != 0 && errno == ENOENT)
         return OpenBeside(path);
     m_descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (m_descriptor >= 0) {
         m_path = m_written = path;
         return m_error;
     }
-    return errno == EEXIST ? OpenExisting(path) : Fail(errno);
+    if (errno != EEXIST)
+        return Fail(errno);
+    m_isFlushed = options.IsFlushed;
+    return OpenExisting(path);
 }
 
 FileError OutputFile::OpenExisting(const std::string &path)
@@ -46,7 +65,6 @@ FileError OutputFile::OpenExisting(const std::string &path)
         ::faccessat(AT_FDCWD, target, W_OK, AT_EACCESS) != 0)
         return Fail(errno);
     if (S_ISREG(status.st_mode)) {
-        m_replaces = true;
         return OpenBeside(target) == FileError::None ? TakeRightsOf(status) : m_error;
     }
 
@@ -60,18 +78,50 @@ FileError OutputFile::OpenExisting(const std::string &path)
 
 FileError OutputFile::OpenBeside(const std::string &target)
 {
-    const std::string folder = target.substr(0, target.rfind('/') + 1);
-    std::random_device random;
-    do {
-        m_written = folder + ".workbench-" + std::to_string(random());
-        m_descriptor = ::open(m_written.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    } while (m_descriptor < 0 && errno == EEXIST);
     m_path = target;
-    if (m_descriptor >= 0)
+    if (OpenNameless() || OpenNamed())
         return m_error;
     const int errorNumber = errno;
     m_written.clear();
     return Fail(errorNumber);
+}
+
+// Not every file system has such files, and only /proc can name them.
+bool OutputFile::OpenNameless()
+{
+    m_written.clear();
+    if (::access("/proc/self/fd", X_OK) == 0)
+        m_descriptor = ::open(FolderOf(m_path).c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0666);
+    return m_descriptor >= 0;
+}
+
+bool OutputFile::OpenNamed()
+{
+    do {
+        m_written = FreshNameBeside(m_path);
+        m_descriptor = ::open(m_written.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    } while (m_descriptor < 0 && errno == EEXIST);
+    return m_descriptor >= 0;
+}
+
+FileError OutputFile::GiveName()
+{
+    const std::string nameless = "/proc/self/fd/" + std::to_string(m_descriptor);
+    int result = 0;
+    do {
+        m_written = FreshNameBeside(m_path);
+        result = ::linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, m_written.c_str(), AT_SYMLINK_FOLLOW);
+    } while (result != 0 && errno == EEXIST);
+    if (result == 0)
+        return m_error;
+    const int errorNumber = errno;
+    m_written.clear();
+    return Fail(errorNumber);
+}
+
+void OutputFile::SetTargetName(const std::string &name)
+{
+    m_path = FolderOf(m_path) + name;
 }
 
 FileError OutputFile::TakeRightsOf(const struct stat &older)
@@ -114,8 +164,10 @@ FileError OutputFile::WriteAt(std::int64_t offset, ByteView bytes)
 FileError OutputFile::Commit()
 {
     const bool isBeside = m_written != m_path;
-    if (m_error == FileError::None && m_replaces && ::fsync(m_descriptor) != 0)
+    if (m_error == FileError::None && m_isFlushed && ::fsync(m_descriptor) != 0)
         Fail(errno);
+    if (m_error == FileError::None && isBeside && m_written.empty())
+        GiveName();
     // Network file systems tell of a full disk only here.
     if (::close(std::exchange(m_descriptor, -1)) != 0 && m_error == FileError::None)
         Fail(errno);
