@@ -30,6 +30,7 @@ namespace
 constexpr QSize SmallestWindow(1024, 736);
 constexpr int FocusInterval = 10; // ms
 constexpr int RowsPerNotch = 3;
+constexpr int ViewerIndex = 0;
 constexpr int GiCreatorIndex = 1;
 constexpr int DatEditorIndex = 5;
 constexpr int UnpackerIndex = 6;
@@ -113,16 +114,17 @@ QWidget *frmMain::MakePageButtons()
 
 void frmMain::MakePages()
 {
-    m_viewer = new ViewerPage(m_settings, m_dialogs, m_abort, m_res, m_unpackJob, m_pages);
-    m_unpacker = new UnpackerPage(m_settings, m_dialogs, m_unpackJob, m_pages);
-    m_packer = new PackerPage(m_settings, m_dialogs, m_packJob, m_pages);
-    m_options = new OptionsPage(m_settings, m_dialogs, m_pages);
+    m_viewer = new ViewerPage(m_settings, m_dialogs, *m_status, m_abort, m_res, m_unpackJob, m_pages);
+    auto *creator = new GiCreatorPage(m_settings, m_dialogs, m_res, m_pages);
+    auto *unpacker = new UnpackerPage(m_settings, m_dialogs, m_unpackJob, m_pages);
+    auto *packer = new PackerPage(m_settings, m_dialogs, m_packJob, m_pages);
+    auto *options = new OptionsPage(m_settings, m_dialogs, m_pages);
     std::array<Page *, PageCount> pages{};
-    pages[0] = m_viewer;
-    pages[GiCreatorIndex] = new GiCreatorPage(m_settings, m_dialogs, m_res, m_pages);
-    pages[UnpackerIndex] = m_unpacker;
-    pages[PackerIndex] = m_packer;
-    pages[OptionsIndex] = m_options;
+    pages[ViewerIndex] = m_viewer;
+    pages[GiCreatorIndex] = creator;
+    pages[UnpackerIndex] = unpacker;
+    pages[PackerIndex] = packer;
+    pages[OptionsIndex] = options;
     for (std::size_t i = 0; i < pages.size(); ++i) {
         Page *page = pages[i] != nullptr ? pages[i] : new EmptyPage(cmdPage[i]->text(), m_pages);
         page->setObjectName(QStringLiteral("picPage(%1)").arg(i));
@@ -130,17 +132,21 @@ void frmMain::MakePages()
         page->ApplySettings();
         connect(page, &Page::Idle, this, &frmMain::CloseWhenIdle);
     }
-    connect(m_viewer, &ViewerPage::ViewerWanted, this, [this] { ShowPage(0); });
+    connect(options, &OptionsPage::BackColoursChanged, this, [this] { PageAt(m_currentPage)->Redraw(); });
+
+    // What the viewer hands to other pages.
+    connect(m_viewer, &ViewerPage::ViewerWanted, this, [this] { ShowPage(ViewerIndex); });
     connect(m_viewer, &ViewerPage::DatEditorWanted, this, [this] { ShowPage(DatEditorIndex); });
-    connect(m_viewer, &ViewerPage::PackerWanted, m_packer, &PackerPage::SetPaths);
+    connect(m_viewer, &ViewerPage::GiCreatorWanted, creator, &GiCreatorPage::TakePicture);
+    connect(m_viewer, &ViewerPage::GiCreatorWanted, this, [this] { ShowPage(GiCreatorIndex); });
+    connect(m_viewer, &ViewerPage::PackerWanted, packer, &PackerPage::SetPaths);
     connect(m_viewer, &ViewerPage::PackerWanted, this, [this] { ShowPage(PackerIndex); });
-    connect(m_viewer, &ViewerPage::UnpackerWanted, m_unpacker, &UnpackerPage::SetPaths);
+    connect(m_viewer, &ViewerPage::UnpackerWanted, unpacker, &UnpackerPage::SetPaths);
     connect(m_viewer, &ViewerPage::UnpackerWanted, this, [this] { ShowPage(UnpackerIndex); });
-    connect(m_viewer, &ViewerPage::ExtractWanted, this, [this](const UnpackOrder &order) {
+    connect(m_viewer, &ViewerPage::ExtractWanted, this, [this, unpacker](const UnpackOrder &order) {
         ShowPage(UnpackerIndex);
-        m_unpacker->Run(order);
+        unpacker->Run(order);
     });
-    connect(m_options, &OptionsPage::BackColoursChanged, this, [this] { PageAt(m_currentPage)->Redraw(); });
 }
 
 Page *frmMain::PageAt(int page) const

@@ -23,11 +23,8 @@ namespace wb
 {
 
 class CaptionBar;
-class OptionsPage;
-class PackerPage;
 class Page;
 class StatusStrip;
-class UnpackerPage;
 class ViewerPage;
 
 class frmMain : public QWidget
@@ -87,9 +84,6 @@ private:
     PackJob m_packJob;
     std::array<QPushButton *, PageCount> cmdPage{};
     ViewerPage *m_viewer = nullptr;
-    UnpackerPage *m_unpacker = nullptr;
-    PackerPage *m_packer = nullptr;
-    OptionsPage *m_options = nullptr;
     NotificationIcon m_notification;
     WheelNotches m_wheel;
     QTimer tmrFocusChecker;

@@ -3,7 +3,6 @@
 #include "archive/jobpanel.h"
 #include "archive/pathform.h"
 #include "common/files.h"
-#include "common/paths.h"
 #include "services/uitext.h"
 
 #include <QCheckBox>
@@ -69,9 +68,8 @@ void PackerPage::ChooseArchive()
 void PackerPage::Start()
 {
     const PackOrder order{txtPack_FileName->Path(), txtPack_Folder->Path(), chkPack_NotComperss->isChecked()};
-    const QString question =
-        QStringLiteral("Файл %1 уже существует. Заменить?").arg(GetFileName(order.ArchivePath));
-    if (FileExists(order.ArchivePath) && !m_dialogs.Question(question, DefaultTitle))
+    if (FileExists(order.ArchivePath) &&
+        !m_dialogs.Question(ReplaceQuestion(order.ArchivePath), DefaultTitle))
         return;
     m_panel->Run([this, &order](const JobReport &report) { return m_job.Run(order, report); });
 }

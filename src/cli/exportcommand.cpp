@@ -55,7 +55,7 @@ void Declare(QCommandLineParser &parser)
 QString TargetOf(const ExportJob &job, int frame, int count)
 {
     const QString path = FromArgument(job.target);
-    const QString name = DefaultSaveName(path, frame, count) + u'.' + GetExtension(path);
+    const QString name = GetFileName(FramePath(path, frame, count));
     return job.target.first(job.target.lastIndexOf(u'/') + 1) + QFile::decodeName(ToNativeName(name).c_str());
 }
 
@@ -66,15 +66,11 @@ int WriteAll(const QCommandLineParser &parser, const ExportJob &job, const Frame
             return Failed;
     TerminalProgress bar(IsQuiet(parser));
     bar.ProgressStart(document.Count, job.target);
-    for (int i = 0; i < document.Count; ++i) {
-        const QString target = TargetOf(job, i, document.Count);
-        if (!WritePicture(FromArgument(target), document.Pictures[std::size_t(i)], job.format, job.quality)) {
-            bar.ProgressClear();
-            return Fail(target, QStringLiteral("can't be written"));
-        }
-        bar.ProgressStep(i + 1, target);
-    }
+    const ExportOrder order = {FromArgument(job.target), job.format, job.quality, QStringLiteral("frame ")};
+    const ExportResult result = WriteAllPictures(document, order, bar, AbortFlag());
     bar.ProgressClear();
+    if (result.End == ExportEnd::Failed)
+        return Fail(TargetOf(job, result.Written, document.Count), QStringLiteral("can't be written"));
     return Done;
 }
 

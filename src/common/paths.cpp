@@ -32,4 +32,9 @@ QString NormalizePath(const QString &path)
     return normal.replace(QStringLiteral("\\\\"), QStringLiteral("\\"));
 }
 
+QString PathIn(const QString &folder, const QString &name)
+{
+    return folder.isEmpty() ? name : NormalizePath(folder + u'\\' + name);
+}
+
 } // namespace wb

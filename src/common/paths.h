@@ -21,4 +21,7 @@ QString GetExtension(const QString &path);
 // Each "\\" becomes one "\", in one pass from the left: four in a row leave two.
 QString NormalizePath(const QString &path);
 
+// `name` in `folder`; alone when there is no folder.
+QString PathIn(const QString &folder, const QString &name);
+
 } // namespace wb

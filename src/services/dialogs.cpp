@@ -1,7 +1,41 @@
 #include "services/dialogs.h"
 
+#include "common/paths.h"
+#include "platform/wildcard.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
 namespace wb
 {
+
+namespace
+{
+
+bool HasExtension(const QString &name)
+{
+    static const QRegularExpression extension(QStringLiteral("\\.[A-Za-z][A-Za-z0-9]{0,3}$"));
+    return extension.match(name).hasMatch();
+}
+
+} // namespace
+
+QString CompletedPath(const QString &typed, const QString &filter, const QString &proposed)
+{
+    const QString name = GetFileName(typed);
+    const QStringList patterns = filter.section(u'|', 1, 1).split(u';');
+    const bool fits = std::ranges::any_of(
+        patterns, [&name](const QString &pattern) { return Wildcard(pattern).Matches(name); });
+    if (name.isEmpty() || fits || (HasExtension(name) && name != GetFileName(proposed)))
+        return typed;
+    return typed + patterns.first().mid(1);
+}
+
+QString ReplaceQuestion(const QString &path)
+{
+    return QStringLiteral("Файл %1 уже существует. Заменить?").arg(GetFileName(path));
+}
 
 QString FileErrorText(FileError error)
 {

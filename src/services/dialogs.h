@@ -23,8 +23,9 @@ public:
     virtual bool Question(const QString &text, const QString &title) = 0;
 
     // Let the user choose a file or folder; empty when cancelled. Paths are those of the program. `filter` is
-    // "name|*.ext", or several of them parted by "|"; `path` is the name proposed, with or without a folder. A
-    // name typed without an extension gets that of the filter when it is to be saved.
+    // "name|*.ext", or several of them parted by "|"; `path` is the name proposed, with or without a folder.
+    // A name typed without an extension gets that of the filter when it is to be saved, and a file that is
+    // there is replaced only when the user says so.
     virtual QString OpenFile(const QString &filter, const QString &path) = 0;
     virtual QString SaveFile(const QString &filter, const QString &path) = 0;
     virtual QString ChooseFolder(const QString &prompt, const QString &path) = 0;
@@ -34,10 +35,17 @@ public:
     virtual std::optional<std::int32_t> ChooseColour(std::int32_t colour) = 0;
 };
 
+// The path that a save dialog gives for the one the user typed: a name without an extension gets the first of
+// the filter. A dot in the name proposed is part of a title, and so are those before digits and long texts.
+QString CompletedPath(const QString &typed, const QString &filter, const QString &proposed);
+
 // The title of every box that reports an error.
 inline const QString ErrorTitle = QStringLiteral("Error");
 // The title of boxes that have none of their own.
 inline const QString DefaultTitle = QStringLiteral("Workbench");
+
+// Whether the file may be replaced.
+QString ReplaceQuestion(const QString &path);
 
 // What an error box says of a file error; empty for one that has no text.
 QString FileErrorText(FileError error);

@@ -32,10 +32,13 @@ QLabel *NewLabel(const char *name, QWidget *parent)
 
 } // namespace
 
-Display::Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res, QWidget *parent)
+Display::Display(Settings &settings, Dialogs &dialogs, Progress &progress, AbortFlag &abort,
+                 const frmRes &res, QWidget *parent)
     : QWidget(parent), m_settings(settings), m_dialogs(dialogs), m_res(res),
+      m_saver(settings, dialogs, progress, abort),
       picPicture(new PictureArea(QStringLiteral("picPicture"), res.curOpenHand, res.curClosedHand, this)),
       cmdPlay(new PictureButton(QStringLiteral("cmdPlay"), res.imgPlay, QString(), this)),
+      m_export(new ExportBar(res, TakingPages, this)),
       cmdAlphaView(
           new PictureButton(QStringLiteral("cmdAlphaView"), res.imgPreview, tr("Окно предпросмотра"), this)),
       cmdZoomIn(new PictureButton(QStringLiteral("cmdZoomIn"), res.imgZoomIn, tr("Увеличить (+)"), this)),
@@ -47,6 +50,7 @@ Display::Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const f
 {
     cmdAlphaView->setCheckable(true);
     sldFrame->setObjectName(QStringLiteral("sldFrame"));
+    sldFrame->setMinimumWidth(60); // all the buttons beside it fit into the smallest window
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
@@ -63,6 +67,10 @@ Display::Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const f
     connect(cmdAlphaView, &QToolButton::toggled, this, &Display::CheckPreview);
     connect(cmdZoomIn, &QToolButton::clicked, this, [this] { SetZoom(ZoomedIn(m_zoom)); });
     connect(cmdZoomOut, &QToolButton::clicked, this, [this] { SetZoom(ZoomedOut(m_zoom)); });
+    connect(m_export, &ExportBar::SaveWanted, this,
+            [this](ExportFormat format) { m_saver.Save(m_document, m_documentPath, m_frame, format); });
+    connect(m_export, &ExportBar::SaveAllWanted, this, &Display::SaveAll);
+    connect(m_export, &ExportBar::CopyWanted, this, &Display::CopyWanted);
     connect(cmdAbort, &QToolButton::clicked, this, [&abort] { abort.Set(); });
     connect(cmdAbort, &QToolButton::released, this, &Display::Released);
     connect(sldFrame, &QSlider::valueChanged, this, &Display::FrameMoved);
@@ -79,14 +87,16 @@ QWidget *Display::MakeToolBar()
     auto *bar = new QWidget(this);
     auto *row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(4);
+    row->setSpacing(ExportBar::ButtonGap);
     row->addWidget(cmdPlay);
     row->addWidget(sldFrame, 1);
-    row->addSpacing(8);
+    row->addSpacing(ExportBar::GroupGap);
+    row->addWidget(m_export);
+    row->addSpacing(ExportBar::GroupGap);
     row->addWidget(cmdAlphaView);
     row->addWidget(cmdZoomOut);
     row->addWidget(cmdZoomIn);
-    row->addSpacing(8);
+    row->addSpacing(ExportBar::GroupGap);
     row->addWidget(cmdAbort);
     return bar;
 }
@@ -209,6 +219,7 @@ void Display::UpdateButtons()
     cmdPlay->setEnabled(several);
     sldFrame->setEnabled(several && !tmrAnim.isActive());
     cmdAbort->setEnabled(m_busy);
+    m_export->ShowDocument(m_document, m_busy);
 }
 
 void Display::UpdateFrameTexts()
@@ -262,6 +273,12 @@ void Display::SetZoom(std::int32_t zoom)
     DrawCurrentFrame();
 }
 
+void Display::SaveAll()
+{
+    m_saver.SaveAll(m_document, m_documentPath, [this](bool busy) { SetBusy(busy); });
+    Q_EMIT Released();
+}
+
 void Display::FrameMoved(int frame)
 {
     if (m_document.Count == 0)
@@ -295,8 +312,9 @@ void Display::ShowPlaying(bool playing)
 
 void Display::OrderTabs()
 {
-    QWidget *const order[] = {cmdPlay, sldFrame, cmdAlphaView, cmdZoomOut, cmdZoomIn, cmdAbort};
-    for (std::size_t i = 1; i < std::size(order); ++i)
+    const QWidgetList order =
+        QWidgetList{cmdPlay, sldFrame} + m_export->Buttons() + QWidgetList{cmdAlphaView, cmdZoomOut, cmdZoomIn, cmdAbort};
+    for (qsizetype i = 1; i < order.size(); ++i)
         setTabOrder(order[i - 1], order[i]);
 }
 

@@ -1,10 +1,13 @@
 // The right side of the viewer: the document, its frames at a zoom, and what moves through them.
 #pragma once
 
+#include "common/progress.h"
 #include "gfx/frameset.h"
 #include "services/abortflag.h"
 #include "services/dialogs.h"
 #include "services/settings.h"
+#include "viewer/exportbar.h"
+#include "viewer/framesaver.h"
 #include "widgets/frmres.h"
 #include "widgets/picturearea.h"
 
@@ -27,14 +30,15 @@ class Display : public QWidget
     Q_OBJECT
 
 public:
-    Display(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res, QWidget *parent);
+    Display(Settings &settings, Dialogs &dialogs, Progress &progress, AbortFlag &abort, const frmRes &res,
+            QWidget *parent);
 
     const QString &DocumentPath() const { return m_documentPath; }
 
     // The handle of the frame shown; 0 for none.
     std::int32_t CurrentPicture() const;
 
-    // A document is being replaced.
+    // A document is being replaced, or its frames are being saved.
     bool IsBusy() const { return m_busy; }
 
     // Replaces the document by what `open` gives, and shows it under `path`. Does nothing while busy.
@@ -55,6 +59,8 @@ Q_SIGNALS:
     void Released();
     void FileDropped(const QString &path);
     void BusyChanged(bool busy);
+    // A page should get the current frame, or all of them.
+    void CopyWanted(FrameTarget target, bool all);
 
 private:
     QWidget *MakeToolBar();
@@ -66,6 +72,7 @@ private:
     void UpdateFrameTexts();
     void DrawCurrentFrame();
     void TellTooLarge(bool drawAgain);
+    void SaveAll();
     void ShowPlaying(bool playing);
     void OrderTabs();
     void SetZoom(std::int32_t zoom);
@@ -79,6 +86,7 @@ private:
     Settings &m_settings;
     Dialogs &m_dialogs;
     const frmRes &m_res;
+    FrameSaver m_saver;
     FrameSet m_document;
     QString m_documentPath;
     std::int32_t m_frame = 0;
@@ -91,6 +99,7 @@ private:
     QTimer tmrDraw;
     PictureArea *picPicture;
     PictureButton *cmdPlay;
+    ExportBar *m_export;
     PictureButton *cmdAlphaView;
     PictureButton *cmdZoomIn;
     PictureButton *cmdZoomOut;

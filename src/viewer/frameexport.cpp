@@ -25,4 +25,24 @@ bool WritePicture(const QString &path, std::int32_t handle, ExportFormat format,
                : Graphics().VTGF_Write_JPEG_File(native.c_str(), handle, &quality) != 0;
 }
 
+QString FramePath(const QString &path, std::int32_t frame, std::int32_t frameCount)
+{
+    return PathIn(GetFolder(path), DefaultSaveName(path, frame, frameCount) + u'.' + GetExtension(path));
+}
+
+ExportResult WriteAllPictures(const FrameSet &document, const ExportOrder &order, Progress &progress,
+                              const AbortFlag &abort)
+{
+    const std::int32_t count = document.Count;
+    for (std::int32_t i = 0; i < count; ++i) {
+        progress.ProgressStep(i, order.Caption + QStringLiteral("%1 / %2").arg(i + 1).arg(count));
+        if (abort.IsSet())
+            return {ExportEnd::Aborted, i};
+        if (!WritePicture(FramePath(order.Path, i, count), document.Pictures[std::size_t(i)], order.Format,
+                          order.Quality))
+            return {ExportEnd::Failed, i};
+    }
+    return {ExportEnd::Done, count};
+}
+
 } // namespace wb

@@ -35,9 +35,11 @@ constexpr KeyButton ViewKeys[] = {
 constexpr char16_t Backspace = 8;
 constexpr char16_t Escape = 27;
 constexpr KeyButton Keys[] = {
-    {u'\\', "cmdRoot"},    {Backspace, "cmdSub"}, {Escape, "cmdAbort"}, {u'p', "cmdPacker"},
-    {u'u', "cmdUnPacker"}, {u'e', "cmdExtract"},  {u'-', "cmdZoomOut"}, {u'=', "cmdZoomIn"},
-    {u'+', "cmdZoomIn"},   {u' ', "cmdPlay"},
+    {u'\\', "cmdRoot"},      {Backspace, "cmdSub"},      {Escape, "cmdAbort"},   {u's', "cmdSavePNG"},
+    {u'a', "cmdSaveAllPNG"}, {u'j', "cmdSaveJPG"},       {u'p', "cmdPacker"},    {u'u', "cmdUnPacker"},
+    {u'e', "cmdExtract"},    {u'g', "cmdCopyGICR"},      {u'v', "cmdCopyGAICR"}, {u'b', "cmdCopyGAICRAll"},
+    {u'n', "cmdCopyAnimCR"}, {u'm', "cmdCopyAnimCRAll"}, {u'-', "cmdZoomOut"},   {u'=', "cmdZoomIn"},
+    {u'+', "cmdZoomIn"},     {u' ', "cmdPlay"},
 };
 
 const char *ButtonOf(std::span<const KeyButton> keys, QChar character)
@@ -48,10 +50,11 @@ const char *ButtonOf(std::span<const KeyButton> keys, QChar character)
 
 } // namespace
 
-ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res,
-                       const ArchiveJob &unpackJob, QWidget *parent)
+ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, Progress &progress, AbortFlag &abort,
+                       const frmRes &res, const ArchiveJob &unpackJob, QWidget *parent)
     : Page(parent), m_settings(settings), m_dialogs(dialogs), m_unpackJob(unpackJob),
-      m_browser(new Browser(settings, res, this)), m_display(new Display(settings, dialogs, abort, res, this))
+      m_browser(new Browser(settings, res, this)),
+      m_display(new Display(settings, dialogs, progress, abort, res, this))
 {
     auto *halves = new QSplitter(this);
     halves->setChildrenCollapsible(false);
@@ -62,7 +65,6 @@ ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, c
     halves->setStretchFactor(1, 1);
     halves->setSizes({300, 700});
     m_browser->setMinimumWidth(220);
-    m_display->setMinimumWidth(400);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(12, 12, 12, 10);
     column->addWidget(halves);
@@ -82,6 +84,11 @@ ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, c
     });
     connect(m_display, &Display::FileDropped, this, &ViewerPage::FileDropped);
     connect(m_display, &Display::BusyChanged, m_browser, &Browser::SetBusy);
+    connect(m_display, &Display::BusyChanged, this, [this](bool busy) {
+        if (!busy)
+            Q_EMIT Idle();
+    });
+    connect(m_display, &Display::CopyWanted, this, &ViewerPage::HandOver);
     connect(m_display, &Display::Released, this, &ViewerPage::FocusList);
 }
 
@@ -109,6 +116,11 @@ void ViewerPage::CheckPreview()
 void ViewerPage::KeepPreviewOnTop(bool isMainActive)
 {
     m_display->KeepPreviewOnTop(isMainActive);
+}
+
+bool ViewerPage::IsBusy() const
+{
+    return m_display->IsBusy();
 }
 
 void ViewerPage::Release()
@@ -210,9 +222,8 @@ void ViewerPage::Extract()
 void ViewerPage::ExtractFile(const PkgArchive &archive, const PkgEntry &file)
 {
     const QString name = SafeEntryName(file.Name);
-    const QString &folder = m_settings.OpenDir;
     const QString path = m_dialogs.SaveFile(UiText(TextAllFiles) + QStringLiteral(" (*.*)|*.*"),
-                                            folder.isEmpty() ? name : NormalizePath(folder + u'\\' + name));
+                                            PathIn(m_settings.OpenDir, name));
     if (path.isEmpty())
         return;
     ByteArray bytes;
@@ -240,6 +251,12 @@ void ViewerPage::ExtractFolder(const PkgHandle &archive, const PkgEntry &folder)
     order.StartOffset = folder.Offset;
     order.LogPrefix = folder.Name + u'\\';
     Q_EMIT ExtractWanted(order);
+}
+
+void ViewerPage::HandOver(FrameTarget target)
+{
+    if (target == FrameTarget::GiCreator)
+        Q_EMIT GiCreatorWanted(m_display->CurrentPicture(), m_display->DocumentPath());
 }
 
 void ViewerPage::PressKey(QChar character)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "archive/unpackjob.h"
+#include "common/progress.h"
 #include "services/abortflag.h"
 #include "services/dialogs.h"
 #include "services/settings.h"
@@ -14,6 +15,7 @@ namespace wb
 class Browser;
 class Display;
 class OpenArchive;
+enum class FrameTarget;
 
 class ViewerPage : public Page
 {
@@ -21,11 +23,12 @@ class ViewerPage : public Page
 
 public:
     // Nothing is extracted while `unpackJob` is busy.
-    ViewerPage(Settings &settings, Dialogs &dialogs, AbortFlag &abort, const frmRes &res,
+    ViewerPage(Settings &settings, Dialogs &dialogs, Progress &progress, AbortFlag &abort, const frmRes &res,
                const ArchiveJob &unpackJob, QWidget *parent);
 
     void ApplySettings() override;
     void Redraw() override;
+    bool IsBusy() const override;
     void Release() override;
 
     // Shows the folder and, when it holds a file of that name, opens it.
@@ -48,6 +51,9 @@ Q_SIGNALS:
     void UnpackerWanted(const QString &archive, const QString &folder);
     // The unpacker page should come forward and extract a folder of the archive open here.
     void ExtractWanted(const UnpackOrder &order);
+    // The GI creator should come forward and take the picture, which stays the viewer's, of a document of
+    // that path.
+    void GiCreatorWanted(std::int32_t handle, const QString &documentPath);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -63,6 +69,7 @@ private:
     void Extract();
     void ExtractFile(const PkgArchive &archive, const PkgEntry &file);
     void ExtractFolder(const PkgHandle &archive, const PkgEntry &folder);
+    void HandOver(FrameTarget target);
     void PressKey(QChar character);
 
     Settings &m_settings;

@@ -1,9 +1,8 @@
 #include "widgets/desktopdialogs.h"
 
-#include "widgets/colour.h"
-
-#include "common/paths.h"
+#include "common/files.h"
 #include "platform/nativepath.h"
+#include "widgets/colour.h"
 
 #include <QColorDialog>
 #include <QFile>
@@ -59,8 +58,16 @@ QString DesktopDialogs::OpenFile(const QString &filter, const QString &path)
 
 QString DesktopDialogs::SaveFile(const QString &filter, const QString &path)
 {
-    // The pages ask themselves before they replace a file.
-    return FromDialog(QFileDialog::getSaveFileName(m_owner, {}, ToDialog(path), NameFilters(filter)));
+    for (QString proposed = path;;) {
+        const QString typed =
+            FromDialog(QFileDialog::getSaveFileName(m_owner, {}, ToDialog(proposed), NameFilters(filter)));
+        const QString completed = CompletedPath(typed, filter, path);
+        // The dialog has asked about what was typed only.
+        if (completed == typed || !FileExists(completed) ||
+            Question(ReplaceQuestion(completed), DefaultTitle))
+            return completed;
+        proposed = completed;
+    }
 }
 
 QString DesktopDialogs::ChooseFolder(const QString &prompt, const QString &path)

@@ -36,9 +36,13 @@ frmRes::frmRes()
     : imgWindow(WindowIcon()), curOpenHand(Hand("handopen")), curClosedHand(Hand("handclosed")),
       imgPlay(Button("play")), imgStop(Button("stop")), imgPreview(Button("preview")),
       imgZoomIn(Button("zoomin")), imgZoomOut(Button("zoomout")), imgPlus(Button("plus")),
-      imgMinus(Button("minus")), imgAbort(Button("abort")), imgRoot(Button("root")), imgUp(Button("up")),
-      imgPacker(Button("packer")), imgUnPacker(Button("unpacker")), imgExtract(Button("extract")),
-      imgMin(Button("min")), imgTray(Button("tray")), imgClose(Button("close"))
+      imgMinus(Button("minus")), imgAbort(Button("abort")), imgSavePNG(Button("savepng")),
+      imgSaveJPG(Button("savejpg")), imgSaveAllPNG(Button("saveallpng")), imgCopyGICR(Button("copygicr")),
+      imgCopyGAICR(Button("copygaicr")), imgCopyGAICRAll(Button("copygaicrall")),
+      imgCopyHAICR(Button("copyhaicr")), imgCopyHAICRAll(Button("copyhaicrall")),
+      imgCopyAnimCR(Button("copyanimcr")), imgCopyAnimCRAll(Button("copyanimcrall")), imgRoot(Button("root")),
+      imgUp(Button("up")), imgPacker(Button("packer")), imgUnPacker(Button("unpacker")),
+      imgExtract(Button("extract")), imgMin(Button("min")), imgTray(Button("tray")), imgClose(Button("close"))
 {
 }
 

@@ -22,6 +22,16 @@ struct frmRes {
     QIcon imgPlus;
     QIcon imgMinus;
     QIcon imgAbort;
+    QIcon imgSavePNG;
+    QIcon imgSaveJPG;
+    QIcon imgSaveAllPNG;
+    QIcon imgCopyGICR;
+    QIcon imgCopyGAICR;
+    QIcon imgCopyGAICRAll;
+    QIcon imgCopyHAICR;
+    QIcon imgCopyHAICRAll;
+    QIcon imgCopyAnimCR;
+    QIcon imgCopyAnimCRAll;
     QIcon imgRoot;
     QIcon imgUp;
     QIcon imgPacker;

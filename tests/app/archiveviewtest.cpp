@@ -155,7 +155,7 @@ TEST_F(ArchiveView, NothingIsExtractedWhileTheUnpackerIsBusy)
     const frmRes res;
     StatusStrip strip(nullptr);
     const RunningJob job(strip);
-    ViewerPage page(settings, dialogs, abort, res, job, nullptr);
+    ViewerPage page(settings, dialogs, strip, abort, res, job, nullptr);
     page.OpenNamed(folder.Path(), QStringLiteral("a.pkg"));
     page.findChild<ListBox *>(QStringLiteral("lstPKG"))->SetListIndex(5);
     dialogs.expectedErrors = {{QStringLiteral("PKG UnPacker занят."), ErrorTitle}};

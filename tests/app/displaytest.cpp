@@ -1,7 +1,9 @@
 #include "viewer/display.h"
+#include "app/statusstrip.h"
 #include "gfx/pixels.h"
 #include "support/samplefolder.h"
 #include "support/scripteddialogs.h"
+#include "support/table.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -53,7 +55,8 @@ protected:
     ScriptedDialogs dialogs;
     AbortFlag abort;
     frmRes res;
-    Display display{settings, dialogs, abort, res, nullptr};
+    StatusStrip strip{nullptr};
+    Display display{settings, dialogs, strip, abort, res, nullptr};
 };
 
 TEST_F(DisplayTest, TheSliderStepsThroughTheFrames)
@@ -129,6 +132,24 @@ TEST_F(DisplayTest, APictureTooLargeToZoomSaysSoOnceAndGoesBack)
         {QStringLiteral("Can't zoom more, image is to large."), QStringLiteral("Error")}};
     QTest::mouseClick(Find("cmdZoomIn"), Qt::LeftButton);
     EXPECT_EQ(QStringLiteral("|  200%"), Text("lblZoom"));
+}
+
+TEST(ExportBar, ItsButtonsFollowTheDocument)
+{
+    const FrameTarget pages[] = {FrameTarget::GiCreator, FrameTarget::GaiEditor, FrameTarget::HaiEditor,
+                                 FrameTarget::AnimCreator};
+    const frmRes res;
+    ExportBar bar(res, pages, nullptr);
+    FrameSet document;
+    for (const TableRow &row : ReadTable("app/exportbuttons.txt", 4)) {
+        document.Mode = DocumentMode(row.Int(0));
+        document.Count = row.Int(1);
+        bar.ShowDocument(document, row.Int(2) != 0);
+        std::string states;
+        for (const QWidget *button : bar.Buttons())
+            states += button->isHidden() ? ' ' : button->isEnabled() ? '+' : '-';
+        EXPECT_EQ(row.Bytes(3), QByteArray::fromStdString(states).trimmed().toStdString()) << row.line;
+    }
 }
 
 } // namespace

@@ -2,11 +2,14 @@
 #include "common/files.h"
 #include "support/windowtest.h"
 #include "widgets/colourswatch.h"
+#include "widgets/desktopdialogs.h"
 #include "widgets/filelistbox.h"
 #include "widgets/gauge.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QElapsedTimer>
+#include <QLineEdit>
 
 namespace wb
 {
@@ -159,6 +162,27 @@ TEST_F(MainWindow, AnUnwritableSettingsFileDoesNotStopStartOrEnd)
     EXPECT_FALSE(Find<QCheckBox>("chkGI")->isChecked());
     CloseWindow();
     EXPECT_TRUE(FolderExists(settingsFolder.Path(QStringLiteral("Options.ini"))));
+}
+
+TEST(DesktopDialogs, AskBeforeACompletedNameReplacesAFile)
+{
+    const SampleFolder folder;
+    folder.Put("x.png");
+    QStringList answers = {folder.NativeText("x"), {}, folder.NativeText("y")};
+    QTimer hand;
+    QObject::connect(&hand, &QTimer::timeout, [&] {
+        QWidget *box = QApplication::activeModalWidget();
+        if (box == nullptr || answers.isEmpty())
+            return;
+        auto *name = box->findChild<QLineEdit *>(); // none in the question
+        if (const QString answer = answers.takeFirst(); name != nullptr)
+            name->setText(answer);
+        QTest::keyClick(box, name != nullptr ? Qt::Key_Return : Qt::Key_Escape);
+    });
+    hand.start(10);
+    const QString filter = QStringLiteral("PNG (*.png)|*.png");
+    EXPECT_EQ(folder.Path(QStringLiteral("y.png")),
+              DesktopDialogs().SaveFile(filter, folder.Path(QStringLiteral("a"))));
 }
 
 } // namespace

@@ -1,7 +1,14 @@
+#include "viewer/viewerpage.h"
+#include "gfx/pixels.h"
+#include "support/fulldisk.h"
+#include "support/table.h"
 #include "support/windowtest.h"
+#include "viewer/display.h"
+#include "viewer/documentloader.h"
 #include "widgets/filelistbox.h"
 #include "widgets/listicons.h"
 
+#include <QDir>
 #include <QDropEvent>
 #include <QFile>
 #include <QLineEdit>
@@ -30,6 +37,10 @@ protected:
         folder.AddPng("Планета.png", MakePicture(10, 10, [](int x, int) { return x < 5 ? 0x80FF0000 : 0u; }));
         folder.Put("broken.gi", "");
         folder.MakeFolder("inner");
+        Settings settings = DefaultSettings();
+        settings.OpenDir = folder.Path(QStringLiteral("inner"));
+        settings.JPEGQuality = 40;
+        WriteSettings(settings);
     }
 
     // Whether a drag of that kind is welcome.
@@ -41,6 +52,39 @@ protected:
         enter.ignore();
         QCoreApplication::sendEvent(Find("picPictureBorder"), &enter);
         return enter.isAccepted();
+    }
+
+    // A document of so many frames, each of a colour of its own; no format has several yet.
+    void ShowFrames(int count, const QString &path) const
+    {
+        FrameSet document;
+        for (; document.Count < count; ++document.Count)
+            document.Pictures.push_back(
+                FrameBufToDib(MakePicture(4, 3, 0xFF000000U | (document.Count % 256))));
+        window->findChild<Display *>()->Open(path, [&] { return std::move(document); });
+    }
+    // A PNG's first pixel; a JPEG's first quantizer, 10 at quality 68; anything else as it is.
+    QString Held(const std::string &name) const
+    {
+        const std::string bytes = folder.Get(name);
+        const FrameSet document = OpenDocumentBuffer(BytesOf(bytes));
+        return document.Kind == "PNG"   ? QString::number(DibToFrameBuf(document.Pictures[0]).Pixels[0])
+               : document.Kind == "JPG" ? QString::number(bytes.at(25))
+                                        : QString::fromStdString(bytes);
+    }
+    // The dialog that a key brings up proposes a name in the folder "inner" and gives another one, or none.
+    void AnswerSaving(std::string_view key, const QString &proposed, const QString &given)
+    {
+        const char *filter = key == "j" ? "JPG файлы (*.jpg)|*.jpg;*.jpe;*.jpeg" : "PNG файлы (*.png)|*.png";
+        const QString inner = folder.Path(QStringLiteral("inner\\"));
+        dialogs.answers = {
+            {QString::fromUtf8(filter), inner + proposed, given.isEmpty() ? given : inner + given}};
+    }
+    void PressKeys(std::string_view keys) const
+    {
+        List()->setFocus();
+        for (const char key : keys)
+            Key(key);
     }
 
     // Changes the folder and waits for the list to notice.
@@ -274,11 +318,12 @@ TEST_F(Viewer, TabGoesAlongTheScreenAndNavigationGivesTheFocusBack)
     OpenWindow(QStringLiteral("a.gi"));
     Find("cmdRoot")->setFocus(Qt::TabFocusReason);
     QStringList order;
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < 8; ++i) {
         Key(Qt::Key_Tab);
         order << window->focusWidget()->objectName();
     }
-    EXPECT_EQ(QStringLiteral("cmdSub txtPath lstFiles cmdAlphaView cmdZoomOut cmdZoomIn"), order.join(u' '));
+    EXPECT_EQ(QStringLiteral("cmdSub txtPath lstFiles cmdCopyGICR cmdSavePNG cmdSaveJPG cmdAlphaView cmdZoomOut"),
+              order.join(u' '));
     Find("txtPath")->setFocus();
     QCoreApplication::processEvents();
     EXPECT_EQ(folder.Path(), Find<QLineEdit>("txtPath")->selectedText());
@@ -306,6 +351,65 @@ TEST_F(Viewer, ANameThatIsNotThereOnlyShowsTheFolder)
     OpenWindow(QStringLiteral("missing.gi"));
     EXPECT_EQ(folder.Path(), List()->Path());
     EXPECT_EQ(QString(), Text("lblInfo"));
+}
+
+TEST_F(Viewer, FramesAreSavedUnderTheNamesChosenOrABoxSaysOnceThatTheyAreNot)
+{
+    OpenWindow();
+    for (const TableRow &row : ReadTable("app/saves.txt", 8)) {
+        const bool isFull = row.Bytes(5).starts_with("full");
+        folder.MakeFolder(row.Bytes(5) == "b.png" ? "inner/b_002.png" : "inner");
+        if (isFull)
+            for (const char *name : {"inner/full.jpg", "inner/full.png", "inner/full_000.png"})
+                folder.Put(name, "older");
+        ShowFrames(row.Int(2), row.Text(1));
+        Find<QSlider>("sldFrame")->setValue(row.Int(3));
+        dialogs.expectedErrors.resize(std::size_t(row.Int(7)),
+                                      {QStringLiteral("File access denied."), ErrorTitle});
+        AnswerSaving(row.Bytes(0), row.Text(4), row.Text(5));
+        OnAFullDisk(isFull ? 10 : RLIM_INFINITY, [&] { PressKeys(row.Bytes(0)); });
+        QStringList held;
+        for (const QString &file :
+             QDir(folder.NativeText("inner")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot))
+            held << file + u'=' + Held("inner/" + file.toStdString());
+        EXPECT_EQ(row.Text(6), held.join(u' ')) << row.line;
+        EXPECT_TRUE(dialogs.answers.empty() && dialogs.expectedErrors.empty()) << row.line;
+        std::filesystem::remove_all(folder.Native("inner"));
+    }
+}
+
+TEST_F(Viewer, AbortAndCloseEndSavingInTheMiddle)
+{
+    OpenWindow();
+    QString taken;
+    QObject::connect(
+        Find<ViewerPage>("picPage(0)"), &ViewerPage::GiCreatorWanted,
+        [&](std::int32_t handle, const QString &path) { taken += QString::number(handle > 0) + path; });
+    PressKeys("sjagvbnm"); // without a document none does anything
+    ShowFrames(300, QStringLiteral("C:\\boom.gai"));
+    for (const bool closes : {false, true}) {
+        QStringList shown;
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, [&] {
+            if ((shown << Text("lblStatus")).size() != 3)
+                return;
+            EXPECT_EQ(folder.Path(QStringLiteral("inner\\Сохранение в PNG: 1 / 300")), shown[0] + shown[1]);
+            PressKeys("sajg="); // their buttons are disabled now
+            closes ? Click("cmdClose") : Key(Qt::Key_Escape);
+            EXPECT_TRUE(window->isVisible()); // the frames are still its own
+        });
+        timer.start(0);
+        AnswerSaving("a", QStringLiteral("boom"), QStringLiteral("x.png"));
+        PressKeys("a");
+        EXPECT_TRUE(std::filesystem::remove(folder.Native("inner/x_000.png")));
+        EXPECT_FALSE(std::filesystem::exists(folder.Native("inner/x_150.png")));
+        PressKeys(closes ? "" : "vbnmg"); // of the pages only the GI creator takes frames yet
+        EXPECT_EQ(!closes, Find("picPage(1)")->isVisible());
+        window->ShowPage(0);
+    }
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
+    EXPECT_EQ(QStringLiteral("1C:\\boom.gai"), taken);
+    EXPECT_EQ(folder.Path(QStringLiteral("inner")), WrittenSettings().OpenDir);
 }
 
 } // namespace

@@ -1,10 +1,10 @@
-// What the viewer shows around a picture: texts, zoom, place, and the names of what it saves.
+// What the viewer shows around a picture: texts, zoom and place.
 #include "viewer/viewertexts.h"
 
 #include "gfx/pixels.h"
+#include "services/dialogs.h"
 #include "support/samplefolder.h"
 #include "support/table.h"
-#include "viewer/frameexport.h"
 #include "viewer/zoom.h"
 #include "widgets/panning.h"
 
@@ -53,24 +53,10 @@ TEST(Panning, EdgesMeetTheFrameAndNoFurther)
         EXPECT_EQ(row.Int(2), PannedEdge(-7, row.Int(1), row.Int(0), 100)) << row.line;
 }
 
-TEST(FrameExport, ProposesTheTitleAndTheFrame)
+TEST(SaveDialog, CompletesNamesWithoutAnExtension)
 {
-    for (const TableRow &row : ReadTable("viewer/savenames.txt", 4))
-        EXPECT_EQ(row.Text(3), DefaultSaveName(row.Text(0), row.Int(1), row.Int(2)));
-}
-
-TEST(FrameExport, WritesWholeFilesOrNone)
-{
-    const SampleFolder folder;
-    folder.Put("старый.png", "older");
-    const FrameSet source = StillPicture("PNG", FrameBufToDib(MakePicture(9, 5, 0x40102030)));
-    for (const ExportFormat format : {ExportFormat::Png, ExportFormat::Jpeg}) {
-        for (const QString &path : {u"нет\\a.png"_qs, u"a*.png"_qs, u"."_qs})
-            EXPECT_FALSE(WritePicture(folder.Path(path), source.Pictures[0], format, 90));
-        EXPECT_FALSE(WritePicture(folder.Path(u"старый.png"_qs), 0, format, 90)) << "no picture";
-    }
-    EXPECT_EQ("older", folder.Get("старый.png"));
-    EXPECT_EQ(1U, folder.EntryCount());
+    for (const TableRow &row : ReadTable("viewer/completed.txt", 4))
+        EXPECT_EQ(row.Text(3), CompletedPath(row.Text(0), u"n|"_qs + row.Text(1), row.Text(2))) << row.line;
 }
 
 } // namespace wb
