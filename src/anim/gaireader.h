@@ -1,0 +1,46 @@
+// Reads GAI animations (gaiformat.h). Whatever the file says: nothing outside its bytes is read, and what it
+// cannot hold is left out.
+#pragma once
+
+#include "common/progress.h"
+#include "gfx/framebuf.h"
+#include "gfx/frameset.h"
+#include "services/abortflag.h"
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace wb
+{
+
+struct GaiViewing {
+    bool AltMethod = false;     // frames that want a background pile up where none is given
+    Progress *Bar = nullptr;    // shows the frames read, when there are several
+    AbortFlag *Abort = nullptr; // asked before each frame; cleared at the end
+    std::int64_t MemoryLimit =
+        0; // bytes that all pictures together may take; 0: half of the machine's free memory
+};
+
+// Opens an animation for viewing: each frame is drawn onto `canvas` and becomes a picture of it. `canvas` is
+// empty or holds the background picture, and holds the last frame afterwards. When reading is aborted, or
+// reaches the limit of memory, the document has the frames read so far. Bytes that are no GAI, a GAI without
+// frames and one whose box has no pixels, or more than 268,435,456, give an empty document.
+FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const GaiViewing &viewing);
+
+// An animation as it is edited: every frame covers the whole box.
+struct GaiContents {
+    std::vector<FrameBuf> Frames;
+    std::int32_t StartX = 0;
+    std::int32_t StartY = 0;
+    std::int32_t Width = 0;
+    std::int32_t Height = 0;
+    std::int32_t Background = 0; // the flag as stored
+};
+
+// Gives the number of frames, and replaces `contents`; 0 with `contents` unchanged when the bytes are no GAI.
+// `afterFrame` is called with the number of frames read and of all.
+std::int32_t ReadGaiProject(ByteView file, GaiContents &contents,
+                            const std::function<void(std::int32_t, std::int32_t)> &afterFrame = {});
+
+} // namespace wb
