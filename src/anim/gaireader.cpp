@@ -1,5 +1,6 @@
 #include "anim/gaireader.h"
 
+#include "anim/expandahead.h"
 #include "anim/gaiformat.h"
 #include "archive/zlblock.h"
 #include "common/bytes.h"
@@ -19,34 +20,50 @@ namespace wb
 namespace
 {
 
-// Draws the frames of a file. The memory of an expanded frame is kept for the next one.
+constexpr int MostThreads = 4; // more would wait for the one that draws
+
+bool IsPacked(ByteView file, const GaiFrame &frame)
+{
+    ByteReader reader(file);
+    reader.Seek(frame.Offset);
+    return !reader.Failed() && reader.Long() == ZlTag01;
+}
+
+std::vector<ZlBlockPlace> PackedFrames(ByteView file, const GaiHeader &header)
+{
+    std::vector<ZlBlockPlace> blocks;
+    for (std::int32_t i = 0; i < header.FrameCount; ++i) {
+        const GaiFrame frame = ReadGaiFrame(file, header, i);
+        if (IsPacked(file, frame))
+            blocks.push_back({frame.Offset, frame.Length});
+    }
+    return blocks;
+}
+
+// Draws the frames of a file, each once and in their order.
 class FrameDrawer
 {
 public:
-    explicit FrameDrawer(ByteView file) : m_file(file) {}
+    FrameDrawer(ByteView file, const GaiHeader &header)
+        : m_file(file), m_packed(file, PackedFrames(file, header), std::min(CoreCount(), MostThreads))
+    {
+    }
 
     void Draw(FrameBuf &canvas, const GaiFrame &frame)
     {
-        if (IsPacked(frame)) {
-            ZlBlockUnpack(m_expanded, m_file, frame.Length, frame.Offset);
-            std::int32_t start = 0;
-            DecodeGi(canvas, m_expanded, start);
+        std::int32_t offset = frame.Offset;
+        if (!IsPacked(m_file, frame)) {
+            DecodeGi(canvas, m_file, offset);
             return;
         }
-        std::int32_t offset = frame.Offset;
-        DecodeGi(canvas, m_file, offset);
+        offset = 0;
+        DecodeGi(canvas, m_packed.Front(), offset);
+        m_packed.Pop();
     }
 
 private:
-    bool IsPacked(const GaiFrame &frame) const
-    {
-        ByteReader reader(m_file);
-        reader.Seek(frame.Offset);
-        return !reader.Failed() && reader.Long() == ZlTag01;
-    }
-
     ByteView m_file;
-    ByteArray m_expanded;
+    ExpandAhead m_packed;
 };
 
 // The memory that the frames of a document may still take.
@@ -127,7 +144,7 @@ FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const GaiViewing &view
     FrameSet document;
     document.Pictures.resize(std::size_t(count));
     document.FrameTypes.resize(std::size_t(count));
-    FrameDrawer drawer(file);
+    FrameDrawer drawer(file, *header);
     for (std::int32_t i = 0; i < count; ++i) {
         const bool isAborted = viewing.Abort != nullptr && viewing.Abort->IsSet();
         if (isAborted || !budget.Take(std::int64_t(canvas.Pixels.size())))
@@ -173,7 +190,7 @@ std::int32_t ReadGaiProject(ByteView file, GaiContents &contents,
 
     const std::int64_t boxBytes = PictureBytes(read.Width, read.Height);
     MemoryBudget budget(memoryLimit);
-    FrameDrawer drawer(file);
+    FrameDrawer drawer(file, *header);
     for (std::int32_t i = 0; boxBytes != 0 && i < header->FrameCount && budget.Take(boxBytes); ++i) {
         const GaiFrame frame = ReadGaiFrame(file, *header, i);
         FrameBuf &picture = read.Frames.emplace_back();
