@@ -72,7 +72,7 @@ TEST_F(Animation, IsShownWithTheBackgroundBesideItAndFromAnArchiveWithout)
 
 TEST_F(Animation, WhatIsSelectedLastDuringALoadIsOpenedAfterItUnlessTheWindowCloses)
 {
-    OpenWindow();
+    OpenWindow(QStringLiteral("BOOM.Gi"));
     SelectWhileLoading({"boom.gai", "BOOM.Gi"}, "cmdAbort");
     EXPECT_GT(FramesShown(), 2);
     EXPECT_LT(FramesShown(), LongCount);
