@@ -43,6 +43,33 @@ for frame in "$work"/drawn/Разное/Взрыв/*.png; do
     gi 2 "Разное/Взрыв/$(basename "$frame" .png)"
 done
 
+# gai NAME FRAME... [OPTION...]: an animation at its place in the game.
+gai() {
+    local name=$1
+    shift
+    "$bin/workbench-cli" gai --quiet "$work/game/$name.gai" "$@" --force
+}
+
+gai 'Разное/Взрыв' "$work"/drawn/Разное/Взрыв/*.png
+gai 'Интерфейс/Button' "$work"/drawn/Интерфейс/Button[NHPD].png --packed
+
+# Ships that arrive one after another, each staying where it is, over the stars.
+mkdir "$work/ships"
+number=0
+while read -r ship place; do
+    "$bin/workbench-cli" gi "$work/drawn/Корабли/$ship.png" "$work/ships/$number.gi" --type 2 --at "$place"
+    number=$((number + 1))
+done <<PLACES
+Разведчик 20,30
+Разведчик 20,250
+Пират 210,80
+Пират 210,300
+Торговец 400,30
+Торговец 400,250
+PLACES
+gai 'Звёзды/Эскадра' "$work"/ships/*.gi --box 0,0,640,480 --background --crop
+cp "$work/game/Звёзды/Фон.gi" "$work/game/Звёзды/Эскадра.gi"
+
 # An archive of some of these folders: pictures that are packed, and others that are stored as they are.
 mkdir "$work/packed"
 cp -r "$work/game/Графика" "$work/game/Корабли" "$work/game/Разное" "$work/packed"

@@ -4,7 +4,9 @@
 #include "platform/nativepath.h"
 
 #include <QFile>
+#include <QStringList>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace wb::cli
@@ -92,6 +94,14 @@ bool ReadNumber(const QString &text, int lowest, int highest, int &number)
     bool numeric = false;
     number = text.toInt(&numeric);
     return numeric && number >= lowest && number <= highest;
+}
+
+bool ReadNumbers(const QString &text, int lowest, int highest, std::span<int> numbers)
+{
+    const QStringList parts = text.split(u',');
+    return std::ranges::equal(parts, numbers, [&](const QString &part, int &number) {
+        return ReadNumber(part, lowest, highest, number);
+    });
 }
 
 } // namespace wb::cli

@@ -5,6 +5,8 @@
 #include <QJsonDocument>
 #include <QString>
 
+#include <span>
+
 namespace wb::cli
 {
 
@@ -26,6 +28,7 @@ extern const Command ExtractCommand;
 extern const Command PackCommand;
 extern const Command ExportCommand;
 extern const Command GiCommand;
+extern const Command GaiCommand;
 
 // One line on standard error, and the status of a failed command.
 int Fail(const QString &path, const QString &reason);
@@ -54,5 +57,7 @@ bool IsQuiet(const QCommandLineParser &parser);
 
 // Reads "N" with N in the range; false for any other text.
 bool ReadNumber(const QString &text, int lowest, int highest, int &number);
+// The same for "N,N" with as many as `numbers` has room for.
+bool ReadNumbers(const QString &text, int lowest, int highest, std::span<int> numbers);
 
 } // namespace wb::cli

@@ -2,6 +2,7 @@
 #include "cli/terminalprogress.h"
 #include "common/files.h"
 #include "common/paths.h"
+#include "gi/gidocument.h"
 #include "platform/nativepath.h"
 #include "viewer/documentloader.h"
 #include "viewer/frameexport.h"
@@ -18,6 +19,9 @@ namespace
 {
 
 constexpr int DefaultQuality = 90;
+const QString BackgroundOption = QStringLiteral("background");
+const QString NoBackgroundOption = QStringLiteral("no-background");
+const QString AltGaiOption = QStringLiteral("alt-gai");
 
 struct ExportJob {
     QString source; // as the user wrote them
@@ -46,6 +50,13 @@ void Declare(QCommandLineParser &parser)
     parser.addOption({QStringLiteral("all"), QStringLiteral("Write every frame, numbered _000, _001, ...")});
     parser.addOption({QStringLiteral("quality"), QStringLiteral("JPEG quality, 0 to 100 (default: 90)."),
                       QStringLiteral("Q"), QString::number(DefaultQuality)});
+    parser.addOption(
+        {BackgroundOption,
+         QStringLiteral("Draw a GAI over this GI (default: the one beside it, of the same title)."),
+         QStringLiteral("GI")});
+    parser.addOption({NoBackgroundOption, QStringLiteral("Draw a GAI over nothing.")});
+    parser.addOption(
+        {AltGaiOption, QStringLiteral("Pile up the frames of a GAI that lacks its background.")});
     DeclareForce(parser);
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The picture or animation."));
     parser.addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("The file to write: .png or .jpg."));
@@ -59,28 +70,51 @@ QString TargetOf(const ExportJob &job, int frame, int count)
     return job.target.first(job.target.lastIndexOf(u'/') + 1) + QFile::decodeName(ToNativeName(name).c_str());
 }
 
-int WriteAll(const QCommandLineParser &parser, const ExportJob &job, const FrameSet &document)
+int WriteAll(const QCommandLineParser &parser, const ExportJob &job, const FrameSet &document,
+             TerminalProgress &bar)
 {
     for (int i = 0; i < document.Count; ++i)
         if (!MayWrite(parser, TargetOf(job, i, document.Count)))
             return Failed;
-    TerminalProgress bar(IsQuiet(parser));
     bar.ProgressStart(document.Count, job.target);
     const ExportOrder order = {FromArgument(job.target), job.format, job.quality, QStringLiteral("frame ")};
     const ExportResult result = WriteAllPictures(document, order, bar, AbortFlag());
     bar.ProgressClear();
     if (result.End == ExportEnd::Failed)
         return Fail(TargetOf(job, result.Written, document.Count), QStringLiteral("can't be written"));
+    if (document.Count < std::ssize(document.Pictures))
+        return Fail(job.source,
+                    QStringLiteral("has more frames than memory holds; %1 are written").arg(document.Count));
     return Done;
+}
+
+// A background that the user names must be there.
+bool ReadLoading(const QCommandLineParser &parser, LoadOptions &loading)
+{
+    loading.AltGaiMethod = parser.isSet(AltGaiOption);
+    if (parser.isSet(NoBackgroundOption))
+        loading.Background = QString();
+    if (!parser.isSet(BackgroundOption))
+        return true;
+    const QString background = parser.value(BackgroundOption);
+    loading.Background = FromArgument(background);
+    if (!LoadGiFile(*loading.Background).Pixels.empty())
+        return true;
+    Fail(background, QStringLiteral("is no GI that can be read"));
+    return false;
 }
 
 int Write(const QCommandLineParser &parser, const ExportJob &job)
 {
-    const FrameSet document = OpenDocumentFile(FromArgument(job.source));
+    TerminalProgress bar(IsQuiet(parser));
+    LoadOptions loading{.Bar = &bar};
+    if (!ReadLoading(parser, loading))
+        return Failed;
+    const FrameSet document = OpenDocumentFile(FromArgument(job.source), loading);
     if (document.Count == 0 || document.Mode != DocumentMode::Pictures)
         return Fail(job.source, QStringLiteral("is no picture that can be read"));
     if (job.all)
-        return WriteAll(parser, job, document);
+        return WriteAll(parser, job, document, bar);
     if (job.frame >= document.Count)
         return Fail(job.source, QStringLiteral("has no frame %1").arg(job.frame));
     if (!WritePicture(FromArgument(job.target), document.Pictures[std::size_t(job.frame)], job.format,
@@ -97,6 +131,8 @@ int Run(const QCommandLineParser &parser)
     job.all = parser.isSet(QStringLiteral("all"));
     if (job.all && parser.isSet(QStringLiteral("frame")))
         return Misuse(QStringLiteral("--frame and --all exclude each other"));
+    if (parser.isSet(BackgroundOption) && parser.isSet(NoBackgroundOption))
+        return Misuse(QStringLiteral("--background and --no-background exclude each other"));
     if (!ReadNumber(parser.value(QStringLiteral("frame")), 0, INT_MAX, job.frame))
         return Misuse(QStringLiteral("--frame takes a number from 0 on"));
     if (!ReadNumber(parser.value(QStringLiteral("quality")), 0, 100, job.quality))

@@ -1,5 +1,7 @@
+#include "anim/gaiformat.h"
 #include "cli/archiveargument.h"
 #include "cli/command.h"
+#include "cli/terminalprogress.h"
 #include "common/files.h"
 #include "gfx/graphicslibrary.h"
 #include "gi/giformat.h"
@@ -27,34 +29,47 @@ QJsonObject FrameObject(const FrameSet &document, std::size_t frame)
     return object;
 }
 
-// What only a GI's header tells.
-void AddBounds(QJsonObject &object, ByteView bytes)
+void AddBounds(QJsonObject &object, const GiRect &bounds)
 {
-    const std::optional<GiHeader> header = ReadGiHeader(bytes, 0);
-    if (!header)
-        return;
-    object.insert(QStringLiteral("left"), header->Bounds.Left);
-    object.insert(QStringLiteral("top"), header->Bounds.Top);
-    object.insert(QStringLiteral("right"), header->Bounds.Right);
-    object.insert(QStringLiteral("bottom"), header->Bounds.Bottom);
+    object.insert(QStringLiteral("left"), bounds.Left);
+    object.insert(QStringLiteral("top"), bounds.Top);
+    object.insert(QStringLiteral("right"), bounds.Right);
+    object.insert(QStringLiteral("bottom"), bounds.Bottom);
 }
 
-// Nothing for what can't be read.
-QJsonObject DescribeDocument(const QString &path)
+// What only the header of a GI or GAI tells.
+void AddHeader(QJsonObject &object, const QString &path)
 {
     ByteArray bytes;
     ReadFileBytes(path, bytes);
-    const FrameSet document = OpenDocumentBuffer(bytes);
+    if (const auto picture = ReadGiHeader(bytes, 0))
+        AddBounds(object, picture->Bounds);
+    const auto animation = ReadGaiHeader(bytes);
+    if (!animation)
+        return;
+    AddBounds(object, animation->Box);
+    object.insert(QStringLiteral("background"), animation->Background);
+    QJsonArray delays;
+    for (std::int32_t i = 0; i < animation->FrameCount; ++i)
+        delays.append(ReadGaiFrame(bytes, *animation, i).Delay);
+    object.insert(QStringLiteral("delays"), delays);
+}
+
+// Nothing for what can't be read.
+QJsonObject DescribeDocument(const QString &path, Progress &bar)
+{
+    const FrameSet document = OpenDocumentFile(path, {.Bar = &bar});
     if (document.Count == 0)
         return {};
     QJsonArray frames;
-    for (std::size_t i = 0; i < document.Pictures.size(); ++i)
+    for (std::size_t i = 0; i < std::size_t(document.Count); ++i)
         frames.append(FrameObject(document, i));
     QJsonObject object{{QStringLiteral("kind"), QString::fromStdString(document.Kind)},
                        {QStringLiteral("count"), document.Count},
                        {QStringLiteral("info"), QString::fromStdString(document.InfoText)},
                        {QStringLiteral("frames"), frames}};
-    AddBounds(object, bytes);
+    if (!document.FrameTypes.empty())
+        AddHeader(object, path);
     return object;
 }
 
@@ -105,7 +120,10 @@ QString DocumentText(const QJsonObject &object)
         text += QStringLiteral("at %1,%2 to %3,%4\n")
                     .arg(Number(object, "left"), Number(object, "top"), Number(object, "right"),
                          Number(object, "bottom"));
+    if (object.value(QStringLiteral("background")).toInt() != 0)
+        text += QStringLiteral("drawn over a background\n");
     const QJsonArray frames = object.value(QStringLiteral("frames")).toArray();
+    const QJsonArray delays = object.value(QStringLiteral("delays")).toArray();
     for (qsizetype i = 0; i < frames.size(); ++i) {
         const QJsonObject frame = frames[i].toObject();
         text += QStringLiteral("frame %1: %2 x %3, %4 bits per pixel")
@@ -113,6 +131,8 @@ QString DocumentText(const QJsonObject &object)
                          Number(frame, "bpp"));
         if (frame.contains(QStringLiteral("type")))
             text += QStringLiteral(", type %1").arg(Number(frame, "type"));
+        if (i < delays.size())
+            text += QStringLiteral(", delay %1").arg(delays[i].toInteger());
         text += u'\n';
     }
     return text;
@@ -132,7 +152,8 @@ int Run(const QCommandLineParser &parser)
     if (file.Open(ToNativePath(path)) != FileError::None || file.Size() == 0)
         return Fail(argument, QStringLiteral("can't be read or is empty"));
     const bool isArchive = IsPkgPath(path);
-    const QJsonObject description = isArchive ? DescribeArchive(path) : DescribeDocument(path);
+    TerminalProgress bar(IsQuiet(parser));
+    const QJsonObject description = isArchive ? DescribeArchive(path) : DescribeDocument(path, bar);
     if (description.isEmpty())
         return Fail(argument, QStringLiteral("is of no kind that can be read"));
     if (WantsJson(parser))

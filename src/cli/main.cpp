@@ -14,7 +14,7 @@ namespace
 {
 
 const Command *const Commands[] = {&InfoCommand, &ListCommand,   &UnpackCommand, &ExtractCommand,
-                                   &PackCommand, &ExportCommand, &GiCommand};
+                                   &PackCommand, &ExportCommand, &GiCommand,     &GaiCommand};
 
 QString Overview()
 {

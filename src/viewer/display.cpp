@@ -34,7 +34,7 @@ QLabel *NewLabel(const char *name, QWidget *parent)
 
 Display::Display(Settings &settings, Dialogs &dialogs, Progress &progress, AbortFlag &abort,
                  const frmRes &res, QWidget *parent)
-    : QWidget(parent), m_settings(settings), m_dialogs(dialogs), m_res(res),
+    : QWidget(parent), m_settings(settings), m_dialogs(dialogs), m_abort(abort), m_res(res),
       m_saver(settings, dialogs, progress, abort),
       picPicture(new PictureArea(QStringLiteral("picPicture"), res.curOpenHand, res.curClosedHand, this)),
       cmdPlay(new PictureButton(QStringLiteral("cmdPlay"), res.imgPlay, QString(), this)),
@@ -71,7 +71,7 @@ Display::Display(Settings &settings, Dialogs &dialogs, Progress &progress, Abort
             [this](ExportFormat format) { m_saver.Save(m_document, m_documentPath, m_frame, format); });
     connect(m_export, &ExportBar::SaveAllWanted, this, &Display::SaveAll);
     connect(m_export, &ExportBar::CopyWanted, this, &Display::CopyWanted);
-    connect(cmdAbort, &QToolButton::clicked, this, [&abort] { abort.Set(); });
+    connect(cmdAbort, &QToolButton::clicked, this, [this] { m_abort.Set(); });
     connect(cmdAbort, &QToolButton::released, this, &Display::Released);
     connect(sldFrame, &QSlider::valueChanged, this, &Display::FrameMoved);
     connect(picPicture, &PictureArea::Released, this, &Display::Released);
@@ -137,9 +137,10 @@ void Display::Open(const QString &path, const std::function<FrameSet()> &open)
 {
     if (m_busy)
         return;
+    m_abort.Clear();
+    m_documentPath = path;
     CloseDocument();
     m_document = open();
-    m_documentPath = path;
     ShowDocument();
 }
 

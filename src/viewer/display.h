@@ -41,7 +41,8 @@ public:
     // A document is being replaced, or its frames are being saved.
     bool IsBusy() const { return m_busy; }
 
-    // Replaces the document by what `open` gives, and shows it under `path`. Does nothing while busy.
+    // Replaces the document by what `open` gives, which may let events run, and shows it under `path`. Does
+    // nothing while busy.
     void Open(const QString &path, const std::function<FrameSet()> &open);
 
     // Takes the colours of the settings and draws the current frame.
@@ -85,6 +86,7 @@ private:
 
     Settings &m_settings;
     Dialogs &m_dialogs;
+    AbortFlag &m_abort;
     const frmRes &m_res;
     FrameSaver m_saver;
     FrameSet m_document;

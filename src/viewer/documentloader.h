@@ -2,17 +2,30 @@
 #pragma once
 
 #include "common/bytearray.h"
+#include "common/progress.h"
 #include "gfx/frameset.h"
+#include "services/abortflag.h"
 
 #include <QString>
+
+#include <optional>
 
 namespace wb
 {
 
-// Opens a file by its first bytes. What no reader can read gives an empty document.
-FrameSet OpenDocumentFile(const QString &path);
+// Only animations, whose frames are read one by one, ask for any of this.
+struct LoadOptions {
+    bool AltGaiMethod = false;                        // as the setting of that name
+    Progress *Bar = nullptr;                          // what has one lets events run while it reads
+    AbortFlag *Abort = nullptr;                       // ends reading early; the document has what was read
+    std::optional<QString> Background = std::nullopt; // the GI to draw an animation over; empty: none
+};
 
-// The same for bytes in memory, such as an entry of an archive.
-FrameSet OpenDocumentBuffer(ByteView bytes);
+// Opens a file by its first bytes. What no reader can read gives an empty document. Where the options name no
+// background it is the GI file beside an animation, of the same title, when there is one.
+FrameSet OpenDocumentFile(const QString &path, const LoadOptions &options = {});
+
+// The same for bytes in memory, such as an entry of an archive. They have no file beside them.
+FrameSet OpenDocumentBuffer(ByteView bytes, const LoadOptions &options = {});
 
 } // namespace wb

@@ -67,8 +67,9 @@ void FolderPane::SelectionChanged()
 
 void FolderPane::DoubleClicked()
 {
+    const QString file = SelectedFile(); // another one may be selected while it loads
     SelectionChanged();
-    if (const QString file = SelectedFile(); !file.isEmpty())
+    if (!file.isEmpty())
         Q_EMIT FileOpened(file);
 }
 

@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace wb
 {
@@ -52,8 +53,8 @@ const char *ButtonOf(std::span<const KeyButton> keys, QChar character)
 
 ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, Progress &progress, AbortFlag &abort,
                        const frmRes &res, const ArchiveJob &unpackJob, QWidget *parent)
-    : Page(parent), m_settings(settings), m_dialogs(dialogs), m_unpackJob(unpackJob),
-      m_browser(new Browser(settings, res, this)),
+    : Page(parent), m_settings(settings), m_dialogs(dialogs), m_progress(progress), m_abort(abort),
+      m_unpackJob(unpackJob), m_browser(new Browser(settings, res, this)),
       m_display(new Display(settings, dialogs, progress, abort, res, this))
 {
     auto *halves = new QSplitter(this);
@@ -85,8 +86,11 @@ ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, Progress &progress,
     connect(m_display, &Display::FileDropped, this, &ViewerPage::FileDropped);
     connect(m_display, &Display::BusyChanged, m_browser, &Browser::SetBusy);
     connect(m_display, &Display::BusyChanged, this, [this](bool busy) {
-        if (!busy)
-            Q_EMIT Idle();
+        if (busy)
+            return;
+        Q_EMIT Idle();
+        // When the document is complete on screen.
+        QMetaObject::invokeMethod(this, &ViewerPage::OpenWaiting, Qt::QueuedConnection);
     });
     connect(m_display, &Display::CopyWanted, this, &ViewerPage::HandOver);
     connect(m_display, &Display::Released, this, &ViewerPage::FocusList);
@@ -123,8 +127,15 @@ bool ViewerPage::IsBusy() const
     return m_display->IsBusy();
 }
 
+// The flag has ended the loading by itself; nothing is to follow.
+void ViewerPage::Abort()
+{
+    m_waiting = {};
+}
+
 void ViewerPage::Release()
 {
+    m_waiting = {};
     m_display->Release();
     m_browser->Entries().Close();
 }
@@ -145,16 +156,31 @@ void ViewerPage::OpenNamed(const QString &folder, const QString &name)
     m_browser->Folders().OpenNamed(name);
 }
 
+LoadOptions ViewerPage::Options() const
+{
+    return {.AltGaiMethod = m_settings.AltGAIMethod, .Bar = &m_progress, .Abort = &m_abort};
+}
+
 void ViewerPage::OpenInViewer(const QString &path)
 {
+    m_waiting = {};
     if (IsPkgPath(path))
         m_browser->Entries().Open(path);
+    else if (m_display->IsBusy())
+        m_waiting = [this, path] { OpenInViewer(path); };
     else
-        m_display->Open(path, [&path] { return OpenDocumentFile(path); });
+        m_display->Open(path, [this, &path] { return OpenDocumentFile(path, Options()); });
+}
+
+void ViewerPage::OpenWaiting()
+{
+    if (m_waiting && !m_display->IsBusy())
+        std::exchange(m_waiting, {})();
 }
 
 void ViewerPage::FileSelected(const QString &path)
 {
+    m_waiting = {};
     if (path != m_display->DocumentPath() && path != Archive().Path())
         OpenInViewer(path);
 }
@@ -192,13 +218,21 @@ bool ViewerPage::IsShown(const PkgEntry &entry) const
 
 void ViewerPage::EntrySelected(const PkgEntry &entry)
 {
-    if (m_display->IsBusy() || IsShown(entry))
+    m_waiting = {};
+    if (IsShown(entry))
         return;
+    if (m_display->IsBusy()) {
+        m_waiting = [this, entry, archive = Archive().Handle()] {
+            if (archive == Archive().Handle())
+                EntrySelected(entry);
+        };
+        return;
+    }
     m_documentArchive = Archive().Handle();
     m_documentOffset = entry.Offset;
-    // What is read may let events run that close the archive; its bytes come first.
+    // Loading may let events run that close the archive; the bytes come first.
     m_display->Open(entry.FullPath(),
-                    [this, entry] { return OpenDocumentBuffer(Archive().ReadEntry(entry)); });
+                    [this, entry] { return OpenDocumentBuffer(Archive().ReadEntry(entry), Options()); });
 }
 
 void ViewerPage::Extract()

@@ -9,12 +9,15 @@
 #include "widgets/frmres.h"
 #include "widgets/page.h"
 
+#include <functional>
+
 namespace wb
 {
 
 class Browser;
 class Display;
 class OpenArchive;
+struct LoadOptions;
 enum class FrameTarget;
 
 class ViewerPage : public Page
@@ -29,6 +32,7 @@ public:
     void ApplySettings() override;
     void Redraw() override;
     bool IsBusy() const override;
+    void Abort() override;
     void Release() override;
 
     // Shows the folder and, when it holds a file of that name, opens it.
@@ -64,6 +68,8 @@ private:
     void FileOpened(const QString &path);
     void FileDropped(const QString &path);
     void EntrySelected(const PkgEntry &entry);
+    void OpenWaiting();
+    LoadOptions Options() const;
     const OpenArchive &Archive() const;
     bool IsShown(const PkgEntry &entry) const;
     void Extract();
@@ -74,12 +80,15 @@ private:
 
     Settings &m_settings;
     Dialogs &m_dialogs;
+    Progress &m_progress;
+    AbortFlag &m_abort;
     const ArchiveJob &m_unpackJob;
     Browser *m_browser;
     Display *m_display;
     // Where in which archive the document lies, if in one: entries of different ones may have the same path.
     std::weak_ptr<const PkgArchive> m_documentArchive;
     std::int32_t m_documentOffset = 0;
+    std::function<void()> m_waiting; // opens what was chosen last while the viewer was busy
 };
 
 } // namespace wb

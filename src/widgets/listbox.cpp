@@ -2,6 +2,7 @@
 
 #include <QAbstractListModel>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -98,10 +99,9 @@ int ListBox::WholeRowsInView() const
 
 void ListBox::SetRows(std::shared_ptr<const RowSource> rows, int row)
 {
-    m_replacing = true;
+    const QScopedValueRollback silence(m_isSilent, true);
     m_model->Replace(std::move(rows));
     SetListIndex(row);
-    m_replacing = false;
 }
 
 int ListBox::RowAfterKey(int key) const
@@ -146,12 +146,17 @@ void ListBox::keyPressEvent(QKeyEvent *event)
     }
 }
 
+// What hears of the selection may let events run, so the list takes the press to its end first.
 void ListBox::mousePressEvent(QMouseEvent *event)
 {
     const QModelIndex clicked = indexAt(event->position().toPoint());
-    const bool isAgain = event->button() == Qt::LeftButton && clicked.isValid() && clicked == currentIndex();
-    QListView::mousePressEvent(event);
-    if (isAgain)
+    const QModelIndex before = currentIndex();
+    const bool isAgain = event->button() == Qt::LeftButton && clicked.isValid() && clicked == before;
+    {
+        const QScopedValueRollback silence(m_isSilent, true);
+        QListView::mousePressEvent(event);
+    }
+    if (isAgain || currentIndex() != before)
         Q_EMIT SelectionChanged();
 }
 
@@ -171,7 +176,7 @@ QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex 
 void ListBox::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QListView::currentChanged(current, previous);
-    if (!m_replacing)
+    if (!m_isSilent)
         Q_EMIT SelectionChanged();
 }
 

@@ -67,7 +67,7 @@ private:
     int RowAfterKey(int key) const;
 
     ListBoxModel *m_model;
-    bool m_replacing = false;
+    bool m_isSilent = false; // what changes is not said, or not yet
 };
 
 } // namespace wb

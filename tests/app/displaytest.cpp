@@ -103,19 +103,6 @@ TEST_F(DisplayTest, AutoPlayStartsAtOnce)
     EXPECT_TRUE(QTest::qWaitFor([this] { return Find<QSlider>("sldFrame")->value() == 1; }));
 }
 
-TEST_F(DisplayTest, WhileLoadingNothingElseOpensAndAbortIsHeard)
-{
-    display.Open(QStringLiteral("C:\\d.gai"), [this] {
-        EXPECT_FALSE(Find("cmdZoomIn")->isEnabled());
-        display.Open(QStringLiteral("C:\\e.gai"), [] { return FrameSet(); });
-        QTest::mouseClick(Find("cmdAbort"), Qt::LeftButton);
-        return ThreeFrames();
-    });
-    EXPECT_TRUE(abort.IsSet());
-    EXPECT_EQ(QStringLiteral("C:\\d.gai"), display.DocumentPath());
-    EXPECT_FALSE(Find("cmdAbort")->isEnabled());
-}
-
 TEST_F(DisplayTest, APictureTooLargeToZoomSaysSoOnceAndGoesBack)
 {
     display.Open(QStringLiteral("C:\\long.gai"), [] {

@@ -54,7 +54,7 @@ protected:
         return enter.isAccepted();
     }
 
-    // A document of so many frames, each of a colour of its own; no format has several yet.
+    // A document of so many frames, each of a colour of its own.
     void ShowFrames(int count, const QString &path) const
     {
         FrameSet document;

@@ -1,10 +1,13 @@
 // Runs of workbench-cli as a script sees them.
 #include "cli/clitest.h"
+#include "anim/gaiformat.h"
 #include "gi/giformat.h"
 #include "support/table.h"
 
 #include <QJsonDocument>
 #include <gmock/gmock.h>
+
+#include <map>
 
 namespace wb
 {
@@ -17,6 +20,7 @@ TEST_F(CliTest, TellsWhatItIsAskedFor)
     folder.AddPng("Картинка.png", sprite);
     folder.AddGi("Спрайт.gi", sprite, 2, 2);
     PutArchive("Архив.PKG", "cli/archive.txt");
+    ExpectDone(u"gai Бум.gai Картинка.png Спрайт.gi --box 11,3,20,40 --background --delay 7"_qs);
     EXPECT_THAT(Run(u"--version"_qs).out, testing::MatchesRegex("workbench-cli [0-9]+\\.[0-9]+\\.[0-9]+\n"));
     for (const TableRow &row : ReadTable("cli/outputs.txt", 2)) {
         const Result run = Run(row.Text(0));
@@ -68,6 +72,46 @@ TEST_F(CliTest, GiIsPlacedAndCropped)
         EXPECT_EQ(layer, header.Layers[0].Bounds);
         EXPECT_EQ(source.Pixels, ReadBack(u"a.gi"_qs, "GI").Pixels);
     }
+}
+
+TEST_F(CliTest, AnimationsAreMadeAndShownAsTheOptionsSay)
+{
+    const auto picture = [](std::string_view pixels) {
+        const std::map<char, std::uint32_t> colours = {
+            {'R', 0xFFFF0000}, {'G', 0xFF00FF00}, {'B', 0xFF0000FF}, {'.', 0}};
+        return MakePicture(int(pixels.size()), 1,
+                           [&](int x, int) { return colours.at(pixels[std::size_t(x)]); });
+    };
+    FrameBuf second = picture(".G");
+    second.X = 1;
+    folder.AddPng("a.png", picture("RR."));
+    folder.AddGi("b.gi", second, 1, 1);
+    for (const TableRow &row : ReadTable("cli/gai.txt", 5)) {
+        const std::string beside = row.Bytes(2) + ".gI";
+        folder.AddGi(beside, picture("BBB"), 0, 0);
+        ExpectDone(u"gai бум.gai a.png b.gi --force "_qs + row.Text(0));
+        ExpectDone(u"export бум.gai k.png --all --force "_qs + row.Text(3));
+        std::filesystem::remove(folder.Native(beside));
+        const std::string file = folder.Get("бум.gai");
+        const GaiHeader header = ReadGaiHeader(BytesOf(file)).value();
+        const GaiFrame frame = ReadGaiFrame(BytesOf(file), header, 1);
+        const auto gi = ReadGiHeader(BytesOf(file), frame.Offset);
+        const auto &[left, top, right, bottom] = header.Box;
+        std::ostringstream written;
+        for (const int number : {left, top, right, bottom, header.Background, frame.Delay, gi ? gi->Type : -1,
+                                 gi ? gi->Bounds.Left : 0})
+            written << number << ' ';
+        EXPECT_EQ(row.Bytes(1) + ' ', written.str()) << row.line;
+        const auto split = row.Bytes(4).find(' ');
+        EXPECT_EQ(picture(row.Bytes(4).substr(0, split)).Pixels, ReadBack(u"k_000.png"_qs, "PNG").Pixels)
+            << row.line;
+        EXPECT_EQ(picture(row.Bytes(4).substr(split + 1)).Pixels, ReadBack(u"k_001.png"_qs, "PNG").Pixels)
+            << row.line;
+    }
+    const Result refused = Run(u"gai c.gai a.png b.gi --box 2,0,2,1"_qs);
+    EXPECT_THAT(refused.out, testing::MatchesRegex("Кадр 1\n - .*Кадр 2\n - .*Количество ошибок: 2\n"));
+    EXPECT_EQ("workbench-cli: c.gai: has frames that do not fit; --force writes it\n", refused.errors);
+    EXPECT_EQ(5U, folder.EntryCount()) << "no c.gai";
 }
 
 TEST_F(CliTest, ExportNamesItsFilesAndKeepsTheQuality)

@@ -1,0 +1,25 @@
+// Pictures that a command turns into the game's formats, as they are named on the command line.
+#pragma once
+
+#include "gfx/framebuf.h"
+
+#include <QString>
+
+namespace wb::cli
+{
+
+// The largest coordinate that the formats' pages take.
+inline constexpr int LargestPlace = 99999;
+
+inline constexpr int LastGiType = 4; // of those that can be written
+
+// The picture of a PNG, with its transparency class; an empty one when the file is none.
+FrameBuf ReadPng(const QString &argument);
+
+// The same for a PNG or a GI; a GI keeps its place.
+FrameBuf ReadPngOrGi(const QString &argument);
+
+// Why the picture can't be written as that type; empty when it can.
+QString TypeProblem(const FrameBuf &picture, int type);
+
+} // namespace wb::cli
