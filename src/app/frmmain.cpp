@@ -132,7 +132,10 @@ void frmMain::MakePages()
         page->ApplySettings();
         connect(page, &Page::Idle, this, &frmMain::CloseWhenIdle);
     }
-    connect(options, &OptionsPage::BackColoursChanged, this, [this] { PageAt(m_currentPage)->Redraw(); });
+    connect(options, &OptionsPage::BackColoursChanged, this, [this] {
+        m_viewer->Redraw(); // its preview is in view whatever page is
+        PageAt(m_currentPage)->Redraw();
+    });
 
     // What the viewer hands to other pages.
     connect(m_viewer, &ViewerPage::ViewerWanted, this, [this] { ShowPage(ViewerIndex); });

@@ -75,6 +75,7 @@ private:
     bool m_isShutDown = false;
     int m_currentPage = 0; // the page last shown among those that are drawn anew
 
+    ViewerPage *m_viewer = nullptr; // before the others, whose making sends events here
     CaptionBar *m_caption;
     QWidget *m_pageButtons;
     QStackedWidget *m_pages;
@@ -83,7 +84,6 @@ private:
     UnpackJob m_unpackJob;
     PackJob m_packJob;
     std::array<QPushButton *, PageCount> cmdPage{};
-    ViewerPage *m_viewer = nullptr;
     NotificationIcon m_notification;
     WheelNotches m_wheel;
     QTimer tmrFocusChecker;

@@ -1,5 +1,6 @@
 #include "gi/gicreatorpage.h"
 
+#include "archive/pkgformat.h"
 #include "common/files.h"
 #include "common/paths.h"
 #include "services/uitext.h"
@@ -245,10 +246,9 @@ void GiCreatorPage::CreateGi()
 {
     if (m_project.IsBusy())
         return;
-    const QString title = GetFileTitle(m_project.SourcePath());
-    const QString &folder = m_settings.OpenDir;
-    const QString path =
-        m_dialogs.SaveFile(GiFilter(), folder.isEmpty() ? title : NormalizePath(folder + u'\\' + title));
+    // An entry of an archive may have a name that no file can have.
+    const QString title = SafeEntryName(GetFileTitle(m_project.SourcePath()));
+    const QString path = m_dialogs.SaveFile(GiFilter(), PathIn(m_settings.OpenDir, title));
     if (path.isEmpty() || !m_project.CanSave())
         return;
     if (m_project.SourceLoaded())

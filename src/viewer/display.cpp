@@ -236,8 +236,8 @@ void Display::DrawCurrentFrame()
     UpdateFrameTexts();
     if (!m_shown)
         return;
-    m_preview->ShowPreview(CurrentPicture());
-    const bool previewOnly = m_preview->IsOn() && m_settings.ViewDrawOnly;
+    const bool previewOnly =
+        m_preview->ShowPreview(CurrentPicture()) && m_preview->IsOn() && m_settings.ViewDrawOnly;
     const QSize size(Scaled(FrameWidth(), m_zoom), Scaled(FrameHeight(), m_zoom));
     const QImage image = previewOnly ? QImage() : ComposedImage(CurrentPicture(), m_settings.BackColor2);
     const bool drawable = previewOnly || FrameWidth() == 0 || !image.isNull();

@@ -34,14 +34,18 @@ ExportResult WriteAllPictures(const FrameSet &document, const ExportOrder &order
                               const AbortFlag &abort)
 {
     const std::int32_t count = document.Count;
+    const auto text = [&](std::int32_t frame) {
+        return order.Caption + QStringLiteral("%1 / %2").arg(frame).arg(count);
+    };
     for (std::int32_t i = 0; i < count; ++i) {
-        progress.ProgressStep(i, order.Caption + QStringLiteral("%1 / %2").arg(i + 1).arg(count));
+        progress.ProgressStep(i, text(i + 1));
         if (abort.IsSet())
             return {ExportEnd::Aborted, i};
         if (!WritePicture(FramePath(order.Path, i, count), document.Pictures[std::size_t(i)], order.Format,
                           order.Quality))
             return {ExportEnd::Failed, i};
     }
+    progress.ProgressStep(count, text(count));
     return {ExportEnd::Done, count};
 }
 

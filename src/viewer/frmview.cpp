@@ -21,12 +21,17 @@ constexpr QSize FromBottomRight(260, 320);
 constexpr std::int32_t LongestSide = 16384;
 constexpr std::int64_t MostPixels = 4096 * 4096;
 
-bool CanBeWindow(std::int32_t handle)
+bool IsTooLarge(std::int32_t handle)
 {
     const std::int32_t width = Graphics().VTGF_DIB_GetWidth(handle);
     const std::int32_t height = Graphics().VTGF_DIB_GetHeight(handle);
-    return Graphics().VTGF_DIB_GetBPP(handle) == 32 && width > 0 && height > 0 && width <= LongestSide &&
-           height <= LongestSide && std::int64_t(width) * height <= MostPixels;
+    return width > LongestSide || height > LongestSide || std::int64_t(width) * height > MostPixels;
+}
+
+bool CanBeWindow(std::int32_t handle)
+{
+    return Graphics().VTGF_DIB_GetBPP(handle) == 32 && Graphics().VTGF_DIB_GetWidth(handle) > 0 &&
+           Graphics().VTGF_DIB_GetHeight(handle) > 0 && !IsTooLarge(handle);
 }
 
 } // namespace
@@ -46,16 +51,18 @@ void frmView::SetOn(bool on)
         hide();
 }
 
-void frmView::ShowPreview(std::int32_t handle)
+bool frmView::ShowPreview(std::int32_t handle)
 {
     if (!m_isOn || !CanBeWindow(handle)) {
         hide();
-        return;
+        return !IsTooLarge(handle);
     }
     m_alpha.UpdateAlpha(ImageFromDib(handle));
+    m_wasMoved = m_wasMoved || (m_isPressed && pos() != m_pressedAt);
     if (!m_wasMoved)
         move(PlaceFor(size()));
     show();
+    return true;
 }
 
 // Nearer to the top or left where the picture fits on the screen that way only. One that is larger than the
@@ -82,8 +89,10 @@ void frmView::paintEvent(QPaintEvent *)
 
 void frmView::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
-        m_wasMoved = StartWindowMove(*this) || m_wasMoved;
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_pressedAt = pos();
+    m_isPressed = StartWindowMove(*this) || m_isPressed;
 }
 
 void frmView::mouseReleaseEvent(QMouseEvent *)

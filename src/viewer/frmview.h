@@ -24,7 +24,8 @@ public:
     void SetOn(bool on);
 
     // While the flag is on, shows a picture of 32 bits per pixel, without taking the focus; hides otherwise.
-    void ShowPreview(std::int32_t handle);
+    // False for a picture that is too large for a window and so has to be shown elsewhere.
+    bool ShowPreview(std::int32_t handle);
 
     // Keeps to the top-most windows, when the settings want it, while the main window is the active one.
     void KeepOnTop(bool isMainActive);
@@ -40,6 +41,8 @@ private:
     const Settings &m_settings;
     clsAlphaWnd m_alpha;
     bool m_isOn = false;
+    QPoint m_pressedAt;
+    bool m_isPressed = false;
     bool m_wasMoved = false; // by the user, who decides from then on where it is
 };
 

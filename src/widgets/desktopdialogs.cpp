@@ -1,6 +1,7 @@
 #include "widgets/desktopdialogs.h"
 
 #include "common/files.h"
+#include "common/paths.h"
 #include "platform/nativepath.h"
 #include "widgets/colour.h"
 
@@ -59,15 +60,23 @@ QString DesktopDialogs::OpenFile(const QString &filter, const QString &path)
 QString DesktopDialogs::SaveFile(const QString &filter, const QString &path)
 {
     for (QString proposed = path;;) {
-        const QString typed =
-            FromDialog(QFileDialog::getSaveFileName(m_owner, {}, ToDialog(proposed), NameFilters(filter)));
+        const QString typed = ChooseName(filter, proposed);
         QString completed = CompletedPath(typed, filter, path);
-        // The dialog has asked about what was typed only.
-        if (completed == typed || !FileExists(completed) ||
-            Question(ReplaceQuestion(completed), DefaultTitle))
+        // The dialog itself would ask only about what was typed, letter by letter.
+        if (!FileExists(completed) || Question(ReplaceQuestion(completed), DefaultTitle))
             return completed;
         proposed = completed;
     }
+}
+
+// Folder and name are set apart: a folder that has the name proposed must not be gone into.
+QString DesktopDialogs::ChooseName(const QString &filter, const QString &path)
+{
+    QFileDialog dialog(m_owner, {}, ToDialog(GetFolder(path)), NameFilters(filter));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.selectFile(DisplayName(GetFileName(path)));
+    return dialog.exec() == QDialog::Accepted ? FromDialog(dialog.selectedFiles().value(0)) : QString();
 }
 
 QString DesktopDialogs::ChooseFolder(const QString &prompt, const QString &path)

@@ -22,6 +22,8 @@ public:
     std::optional<std::int32_t> ChooseColour(std::int32_t colour) override;
 
 private:
+    QString ChooseName(const QString &filter, const QString &path);
+
     QWidget *m_owner = nullptr;
 };
 

@@ -29,7 +29,9 @@ QImage ImageFromDib(std::int32_t handle)
         return {};
     // QImage's ARGB32 is B, G, R, A in memory on the little-endian machines we run on; its rows come top row
     // first.
-    return QImage(picture.Pixels.data(), picture.Width, picture.Height, QImage::Format_ARGB32).mirrored();
+    const QImage pixels(picture.Pixels.data(), picture.Width, picture.Height, QImage::Format_ARGB32);
+    // A single pixel is mirrored without being copied.
+    return pixels.height() > 1 ? pixels.mirrored() : pixels.copy();
 }
 
 QImage ComposedImage(std::int32_t handle, std::int32_t backColour)

@@ -168,18 +168,24 @@ TEST(DesktopDialogs, AskBeforeACompletedNameReplacesAFile)
 {
     const SampleFolder folder;
     folder.Put("x.png");
-    QStringList answers = {folder.NativeText("x"), {}, folder.NativeText("y")};
+    QStringList answers = {
+        folder.NativeText("x"), {}, folder.NativeText("X.PNG"), {}, folder.NativeText("y")};
     QTimer hand;
     QObject::connect(&hand, &QTimer::timeout, [&] {
         QWidget *box = QApplication::activeModalWidget();
-        if (box == nullptr || answers.isEmpty())
+        if (box == nullptr)
             return;
+        if (answers.isEmpty()) {
+            ADD_FAILURE() << "one box too many";
+            box->close();
+            return;
+        }
         auto *name = box->findChild<QLineEdit *>(); // none in the question
         if (const QString answer = answers.takeFirst(); name != nullptr)
             name->setText(answer);
         QTest::keyClick(box, name != nullptr ? Qt::Key_Return : Qt::Key_Escape);
     });
-    hand.start(10);
+    hand.start(100); // the dialog lists its folder first, and then selects the name proposed
     const QString filter = QStringLiteral("PNG (*.png)|*.png");
     EXPECT_EQ(folder.Path(QStringLiteral("y.png")),
               DesktopDialogs().SaveFile(filter, folder.Path(QStringLiteral("a"))));

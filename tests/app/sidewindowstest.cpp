@@ -48,6 +48,7 @@ TEST_F(SideWindows, ThePreviewIsShownByItsRules)
 {
     folder.AddPng("a.png", MakePicture(40, 30, 0x80000000));
     folder.AddPng("b.png", MakePicture(500, 400, 0x80000000));
+    folder.AddPng("dot.png", MakePicture(1, 1, 0x80FF0000));
     folder.AddPng("huge.png", MakePicture(16385, 1, 0x80FF0000));
     folder.AddPng("wide.png", MakePicture(2000, 400, 0x80FF0000));
     folder.Put("none.png");
