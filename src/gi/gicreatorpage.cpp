@@ -78,6 +78,8 @@ GiCreatorPage::GiCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes 
 {
     FillPlaceFrame();
     optGICR_Color.Frame->setToolTip(tr("Следует из типа и прозрачности картинки"));
+    for (QAbstractButton *colour : optGICR_Color.Options->buttons())
+        colour->setFocusPolicy(Qt::NoFocus); // they only tell
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(Gap, Gap, Gap, 10);
     row->setSpacing(Gap);

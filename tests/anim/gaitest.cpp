@@ -84,8 +84,8 @@ TEST(Gai, ComesBackFrameByFrame)
 {
     std::vector<FrameBuf> frames;
     for (const int code : {0, 10, 11, 12, 13, 14, 20, 22, 23, 24}) // transparency and type
-        frames.push_back(
-            MakeFrame(MakeSprite(code / 10), code % 10 - 5, 7 + code % 10, code % 10, code / 10));
+        frames.insert(frames.end(), 20,
+                      MakeFrame(MakeSprite(code / 10), code % 10 - 5, code / 10 + 7, code % 10, code / 10));
     for (const auto &writing :
          {GaiWriting(), {true, false, true}, {false, true, false}, {true, true, true}}) {
         const ByteArray file = WriteGai({-5, 7, 45, 33}, frames, writing);
