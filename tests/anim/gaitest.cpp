@@ -11,7 +11,7 @@ namespace wb::test
 FrameBuf Drawn(const std::string &letters, std::int32_t width)
 {
     return MakePicture(width, int(letters.size()) / width, [&](int x, int y) {
-        const char letter = letters[std::size_t(y * width + x)];
+        const char letter = letters.at(y * width + x);
         return letter == '.' ? 0 : 0xFF000000U | unsigned(letter);
     });
 }
@@ -84,8 +84,8 @@ TEST(Gai, ComesBackFrameByFrame)
 {
     std::vector<FrameBuf> frames;
     for (const int code : {0, 10, 11, 12, 13, 14, 20, 22, 23, 24}) // transparency and type
-        frames.push_back(
-            MakeFrame(MakeSprite(code / 10), code % 10 - 5, 7 + code % 10, code % 10, code / 10));
+        frames.insert(frames.end(), 20,
+                      MakeFrame(MakeSprite(code / 10), code % 10 - 5, code / 10 + 7, code % 10, code / 10));
     for (const auto &writing :
          {GaiWriting(), {true, false, true}, {false, true, false}, {true, true, true}}) {
         const ByteArray file = WriteGai({-5, 7, 45, 33}, frames, writing);
@@ -98,9 +98,9 @@ TEST(Gai, ComesBackFrameByFrame)
 TEST(Gai, Crops)
 {
     const std::vector<TableRow> rows = ReadTable("anim/crops.txt", 7);
-    std::vector<FrameBuf> frames;
-    for (const TableRow &row : rows)
-        frames.push_back(MakeFrame(Drawn(row.Bytes(0), 5), 7, 9, row.Int(1), row.Int(2)));
+    std::vector<FrameBuf> frames(rows.size());
+    for (std::size_t i = 0; i < rows.size(); i++)
+        frames[i] = MakeFrame(Drawn(rows[i].Bytes(0), 5), 7, 9, rows[i].Int(1), rows[i].Int(2));
     const ByteArray file = WriteGai({0, 0, 20, 20}, frames, {.Crop = true});
     GaiContents read;
     ASSERT_EQ(std::size_t(ReadGaiProject(file, read)), rows.size());
