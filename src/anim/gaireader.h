@@ -15,11 +15,10 @@ namespace wb
 {
 
 struct GaiViewing {
-    bool AltMethod = false;     // frames that want a background pile up where none is given
-    Progress *Bar = nullptr;    // shows the frames read, when there are several
-    AbortFlag *Abort = nullptr; // asked before each frame; cleared at the end
-    std::int64_t MemoryLimit =
-        0; // bytes that all pictures together may take; 0: half of the machine's free memory
+    bool AltMethod = false;       // frames that want a background pile up where none is given
+    Progress *Bar = nullptr;      // shows the frames read, when there are several
+    AbortFlag *Abort = nullptr;   // asked before each frame; cleared at the end
+    std::int64_t MemoryLimit = 0; // bytes of all pictures together; 0: half of the machine's free memory
 };
 
 // Opens an animation for viewing: each frame is drawn onto `canvas` and becomes a picture of it. `canvas` is
@@ -39,8 +38,11 @@ struct GaiContents {
 };
 
 // Gives the number of frames, and replaces `contents`; 0 with `contents` unchanged when the bytes are no GAI.
-// `afterFrame` is called with the number of frames read and of all.
+// A box without pixels, or with more than 268,435,456, holds no frames; a negative size reads as 0. Frames
+// beyond the limit of memory, which is as above, are left out. `afterFrame` is called with the number of
+// frames read and of all.
 std::int32_t ReadGaiProject(ByteView file, GaiContents &contents,
-                            const std::function<void(std::int32_t, std::int32_t)> &afterFrame = {});
+                            const std::function<void(std::int32_t, std::int32_t)> &afterFrame = {},
+                            std::int64_t memoryLimit = 0);
 
 } // namespace wb

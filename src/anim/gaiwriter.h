@@ -31,7 +31,7 @@ struct GaiWriting {
 
 // The file. Each frame is written as its GiType at its place; one that encodes to nothing has no data.
 // `afterFrame` is called with the number of frames written and of all; the frames must stay as they are until
-// all is done.
+// all is done. No bytes when the file would be longer than 2,147,483,647.
 ByteArray WriteGai(const GaiBox &box, std::span<const FrameBuf> frames, const GaiWriting &writing,
                    const std::function<void(std::int32_t, std::int32_t)> &afterFrame = {});
 
