@@ -22,6 +22,8 @@ namespace
 {
 
 constexpr int ListWidth = 208;
+constexpr int SideWidth = 256;
+constexpr int CaptionWidth = 68;
 constexpr int Gap = 12;
 
 QString GaiFilter()
@@ -31,14 +33,12 @@ QString GaiFilter()
 
 } // namespace
 
-// Where a number stands in its frame, and what its controls are called.
-struct GaiEditorPage::NumberPlace {
+// What the controls of a number are called.
+struct GaiEditorPage::Number {
     GaiProject::Field field;
     const char *name;
     QString caption;
-    int row;
-    int column;
-    QString copyTip = {}; // of the button that gives it to every frame, if there is one
+    QString copyTip = {}; // of the button that gives it to every frame; empty: there is none
 };
 
 GaiEditorPage::GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &log, const frmRes &res,
@@ -52,21 +52,18 @@ GaiEditorPage::GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &lo
       cmdGAICR_Compile(NewButton("cmdGAICR_Compile", tr("Проверить"), tr("Найти ошибки в проекте"))),
       cmdGAICR_SaveGAI(
           NewButton("cmdGAICR_SaveGAI", tr("Сохранить GAI…"), tr("Проверить проект и записать файл GAI"))),
-      m_preview(new FramePreview(QStringLiteral("GAICR"), res, this)), m_side(new QWidget(this)),
-      optGAICR_GIType(new OptionFrame("optGAICR_GIType", tr("Тип GI-фрейма"),
-                                      {tr("0 (16 или 32 бита)"), tr("1 (16 бит)"), tr("2 (16 бит, Альфа)"),
-                                       tr("3 (16 бит, Индекс)"), tr("4 (32 бит, Индекс)")},
-                                      2, this)),
-      cmdGAICR_GIType(NewButton("cmdGAICR_GIType", QStringLiteral("="),
-                                tr("Дать этот тип всем кадрам, которым он подходит"))),
+      m_preview(new FramePreview(QStringLiteral("GAICR"), res, this)),
+      m_options(new CompactFrame(tr("Атрибуты GAI"), this)),
       chkGAICR_HaveBg(NewOption("chkGAICR_HaveBg", tr("GAI файл требует фоновый GI-фрейм"),
                                 tr("Анимация рисуется поверх картинки с тем же именем"),
                                 &GaiWriting::Background)),
       chkGAICR_Packed(NewOption("chkGAICR_Packed", tr("Сжимать GI-фреймы"), tr("Файл займёт меньше места"),
                                 &GaiWriting::Packed)),
       chkGAICR_CropNull(NewOption("chkGAICR_CropNull", tr("Подрезать прозрачные пикселы по краям GI-фреймов"),
-                                  tr("Кроме кадров типа 4"), &GaiWriting::Crop))
+                                  tr("Кроме кадров типа 4"), &GaiWriting::Crop)),
+      m_side(new QWidget(this))
 {
+    FillOptionFrame();
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(Gap, Gap, Gap, 10);
     row->setSpacing(Gap);
@@ -116,78 +113,90 @@ QWidget *GaiEditorPage::MakeMiddle()
     column->setSpacing(8);
     column->addLayout(buttons);
     column->addWidget(m_preview, 1);
+    column->addWidget(m_options);
     return middle;
 }
 
 QWidget *GaiEditorPage::MakeSide()
 {
     const auto copyTip = [](const QString &what) { return tr("Дать %1 этого кадра всем кадрам").arg(what); };
+    m_side->setFixedWidth(SideWidth);
     auto *column = new QVBoxLayout(m_side);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Gap);
     column->addWidget(
-        MakeNumberFrame(tr("Рамка GAI"), {{GaiProject::StartX, "GAICR_StartX", QStringLiteral("X"), 0, 0},
-                                          {GaiProject::StartY, "GAICR_StartY", QStringLiteral("Y"), 1, 0},
-                                          {GaiProject::Width, "GAICR_Width", tr("Ширина"), 0, 2},
-                                          {GaiProject::Height, "GAICR_Height", tr("Высота"), 1, 2}}));
+        MakeNumberFrame(tr("Рамка GAI"), {{GaiProject::StartX, "GAICR_StartX", QStringLiteral("X")},
+                                          {GaiProject::StartY, "GAICR_StartY", QStringLiteral("Y")},
+                                          {GaiProject::Width, "GAICR_Width", tr("Ширина")},
+                                          {GaiProject::Height, "GAICR_Height", tr("Высота")}}));
     column->addWidget(MakeNumberFrame(
         tr("Координаты фрейма"),
-        {{GaiProject::X, "GAICR_GI_StartX", QStringLiteral("X"), 0, 0, copyTip(tr("X"))},
-         {GaiProject::Y, "GAICR_GI_StartY", QStringLiteral("Y"), 1, 0, copyTip(tr("Y"))},
-         {GaiProject::Delay, "GAICR_GI_Delay", tr("Задержка"), 0, 2, copyTip(tr("задержку"))}}));
-    optGAICR_GIType->AddButton(cmdGAICR_GIType);
-    column->addWidget(optGAICR_GIType);
-    column->addWidget(MakeOptionFrame());
+        {{GaiProject::X, "GAICR_GI_StartX", QStringLiteral("X"), copyTip(QStringLiteral("X"))},
+         {GaiProject::Y, "GAICR_GI_StartY", QStringLiteral("Y"), copyTip(QStringLiteral("Y"))},
+         {GaiProject::Delay, "GAICR_GI_Delay", tr("Задержка"), copyTip(tr("задержку"))}}));
+    column->addWidget(MakeTypeFrame());
     column->addStretch(1);
     return m_side;
 }
 
-QWidget *GaiEditorPage::MakeNumberFrame(const QString &title, std::initializer_list<NumberPlace> places)
+QWidget *GaiEditorPage::MakeNumberFrame(const QString &title, std::initializer_list<Number> numbers)
 {
     auto *frame = new CompactFrame(title, m_side);
     auto *grid = new QGridLayout(frame);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(6);
     grid->setVerticalSpacing(6);
-    for (const NumberPlace &place : places) {
-        grid->addWidget(new QLabel(place.caption, frame), place.row, place.column);
-        grid->addWidget(MakeNumber(place, frame), place.row, place.column + 1);
+    grid->setColumnMinimumWidth(0, CaptionWidth);
+    for (const Number &number : numbers) {
+        const int row = grid->count() / 2;
+        grid->addWidget(new QLabel(number.caption, frame), row, 0);
+        grid->addWidget(MakeNumber(number, frame), row, 1);
     }
     return frame;
 }
 
-NumberField *GaiEditorPage::MakeNumber(const NumberPlace &place, QWidget *frame)
+NumberField *GaiEditorPage::MakeNumber(const Number &number, QWidget *frame)
 {
-    const GaiProject::Field field = place.field;
-    auto *number =
-        new NumberField(QLatin1String(place.name), place.caption, GaiProject::MaxValue, m_res, frame);
-    m_numbers[field] = number;
-    connect(number, &NumberField::Edited, this,
+    const GaiProject::Field field = number.field;
+    auto *control =
+        new NumberField(QLatin1String(number.name), number.caption, GaiProject::MaxValue, m_res, frame);
+    m_numbers[field] = control;
+    connect(control, &NumberField::Edited, this,
             [this, field](std::int32_t value) { m_project.SetValue(field, value); });
-    connect(number, &NumberField::UpWanted, this, [this, field] {
+    connect(control, &NumberField::UpWanted, this, [this, field] {
         m_project.StepUp(field);
         Refresh();
     });
-    connect(number, &NumberField::DownWanted, this, [this, field] {
+    connect(control, &NumberField::DownWanted, this, [this, field] {
         m_project.StepDown(field);
         Refresh();
     });
-    if (!place.copyTip.isEmpty()) {
-        number->AddCopyButton(place.copyTip);
-        connect(number, &NumberField::CopyWanted, this, [this, field] { m_project.CopyToAll(field); });
+    if (!number.copyTip.isEmpty()) {
+        control->AddCopyButton(number.copyTip);
+        connect(control, &NumberField::CopyWanted, this, [this, field] { m_project.CopyToAll(field); });
     }
-    return number;
+    return control;
 }
 
-QWidget *GaiEditorPage::MakeOptionFrame()
+QWidget *GaiEditorPage::MakeTypeFrame()
 {
-    auto *frame = new CompactFrame(tr("Атрибуты GAI"), m_side);
-    auto *column = new QVBoxLayout(frame);
+    optGAICR_GIType = new OptionFrame("optGAICR_GIType", tr("Тип GI-фрейма"),
+                                      {tr("0 (16 или 32 бита)"), tr("1 (16 бит)"), tr("2 (16 бит, Альфа)"),
+                                       tr("3 (16 бит, Индекс)"), tr("4 (32 бит, Индекс)")},
+                                      1, m_side);
+    cmdGAICR_GIType = NewButton("cmdGAICR_GIType", QStringLiteral("="),
+                                tr("Дать этот тип всем кадрам, которым он подходит"));
+    optGAICR_GIType->AddButton(cmdGAICR_GIType);
+    return optGAICR_GIType;
+}
+
+void GaiEditorPage::FillOptionFrame()
+{
+    auto *column = new QVBoxLayout(m_options);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     for (QCheckBox *option : {chkGAICR_HaveBg, chkGAICR_Packed, chkGAICR_CropNull})
         column->addWidget(option);
-    return frame;
 }
 
 void GaiEditorPage::ConnectControls()
@@ -251,11 +260,20 @@ void GaiEditorPage::Open()
         return;
     m_preview->StopPlaying();
     bool isRead = false;
-    RunJob(TextReadingFrames, [&](const GaiProject::Step &step) { isRead = m_project.Open(path, step); });
+    std::int32_t leftOut = 0;
+    RunJob(TextReadingFrames, [&](const GaiProject::Step &step) {
+        isRead = m_project.Open(path, [&](std::int32_t done, std::int32_t all) {
+            leftOut = all - done;
+            step(done, all);
+        });
+    });
     chkGAICR_HaveBg->setChecked(m_project.Options().Background);
     m_settings.OpenDir = GetFolder(path);
     if (!isRead)
         ReportFileError(m_dialogs, FileError::AccessError);
+    else if (leftOut > 0)
+        m_dialogs.Information(tr("Памяти хватило не на все кадры. Не прочитано: %1").arg(leftOut),
+                              UiText(TextInformation));
 }
 
 bool GaiEditorPage::Check()
@@ -371,7 +389,7 @@ void GaiEditorPage::Refresh()
     const bool hasFrames = !frames.IsEmpty();
     const bool hasSeveral = frames.Count() > 1;
     for (QWidget *control :
-         std::initializer_list<QWidget *>{m_list, cmdGAICR_OpenGAI, cmdGAICR_Clean, m_side})
+         std::initializer_list<QWidget *>{m_list, cmdGAICR_OpenGAI, cmdGAICR_Clean, m_options, m_side})
         control->setEnabled(isFree);
     cmdGAICR_SaveGAI->setEnabled(isFree && hasFrames);
     cmdGAICR_Compile->setEnabled(isFree && hasFrames);

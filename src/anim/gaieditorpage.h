@@ -43,16 +43,17 @@ public:
     void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
 
 private:
-    struct NumberPlace;
+    struct Number;
 
     QPushButton *NewButton(const char *name, const QString &caption, const QString &tip);
     QCheckBox *NewOption(const char *name, const QString &caption, const QString &tip,
                          bool GaiWriting::*option);
     QWidget *MakeMiddle();
     QWidget *MakeSide();
-    QWidget *MakeNumberFrame(const QString &title, std::initializer_list<NumberPlace> places);
-    NumberField *MakeNumber(const NumberPlace &place, QWidget *frame);
-    QWidget *MakeOptionFrame();
+    QWidget *MakeNumberFrame(const QString &title, std::initializer_list<Number> numbers);
+    NumberField *MakeNumber(const Number &number, QWidget *frame);
+    QWidget *MakeTypeFrame();
+    void FillOptionFrame();
     void ConnectControls();
 
     void Open();
@@ -82,13 +83,14 @@ private:
     QPushButton *cmdGAICR_Compile;
     QPushButton *cmdGAICR_SaveGAI;
     FramePreview *m_preview;
-    QWidget *m_side;
-    std::array<NumberField *, GaiProject::FieldCount> m_numbers{};
-    OptionFrame *optGAICR_GIType;
-    QPushButton *cmdGAICR_GIType;
+    QWidget *m_options;
     QCheckBox *chkGAICR_HaveBg;
     QCheckBox *chkGAICR_Packed;
     QCheckBox *chkGAICR_CropNull;
+    QWidget *m_side;
+    std::array<NumberField *, GaiProject::FieldCount> m_numbers{};
+    OptionFrame *optGAICR_GIType = nullptr;
+    QPushButton *cmdGAICR_GIType = nullptr;
 };
 
 } // namespace wb

@@ -64,7 +64,8 @@ bool GaiProject::Save(const QString &path, const Step &step)
         return false;
     const QScopedValueRollback busy(m_isBusy, true);
     m_fileName = GetFileName(path);
-    const bool isWritten = WriteFileBytes(path, WriteGai(m_box, m_list.Frames(), m_options, step));
+    const ByteArray file = WriteGai(m_box, m_list.Frames(), m_options, step); // empty when it gets too large
+    const bool isWritten = !file.empty() && WriteFileBytes(path, file);
     if (isWritten)
         m_isModified = false;
     return isWritten;

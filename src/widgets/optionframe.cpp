@@ -9,8 +9,7 @@ namespace wb
 
 OptionFrame::OptionFrame(const char *name, const QString &title, const QStringList &captions, int columns,
                          QWidget *parent)
-    : CompactFrame(title, parent), m_columns(columns), m_grid(new QGridLayout(this)),
-      m_options(new QButtonGroup(this))
+    : CompactFrame(title, parent), m_grid(new QGridLayout(this)), m_options(new QButtonGroup(this))
 {
     m_grid->setContentsMargins(0, 0, 0, 0);
     m_grid->setSpacing(0);
@@ -48,8 +47,8 @@ void OptionFrame::EnableOption(int option, bool enabled)
 
 void OptionFrame::AddButton(QAbstractButton *button)
 {
-    const auto count = int(m_options->buttons().size());
-    m_grid->addWidget(button, count / m_columns, count % m_columns, Qt::AlignLeft | Qt::AlignVCenter);
+    m_grid->addWidget(button, 0, m_grid->columnCount(), m_grid->rowCount(), 1,
+                      Qt::AlignRight | Qt::AlignVCenter);
 }
 
 } // namespace wb

@@ -39,14 +39,13 @@ public:
     void Check(int option);
     void EnableOption(int option, bool enabled);
 
-    // Puts a button behind the last option.
+    // Puts a button beside the options.
     void AddButton(QAbstractButton *button);
 
 Q_SIGNALS:
     void Chosen(int option); // by the user
 
 private:
-    int m_columns;
     QGridLayout *m_grid;
     QButtonGroup *m_options;
 };
