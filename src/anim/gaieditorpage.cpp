@@ -403,7 +403,7 @@ void GaiEditorPage::Refresh()
         m_numbers[field]->setEnabled(hasFrames);
         m_numbers[field]->SetCopyEnabled(hasSeveral);
     }
-    for (int type = 0; type < GaiProject::TypeCount; ++type)
+    for (int type = 0; type < optGAICR_GIType->Count(); ++type)
         optGAICR_GIType->EnableOption(type, m_project.CanChooseType(type));
     optGAICR_GIType->Check(hasFrames ? m_project.GiType() : 0);
     cmdGAICR_GIType->setEnabled(hasSeveral);

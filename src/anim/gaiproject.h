@@ -20,7 +20,6 @@ public:
     enum Field { StartX, StartY, Width, Height, X, Y, Delay };
     static constexpr int FieldCount = 7;
     static constexpr std::int32_t MaxValue = 99999;
-    static constexpr std::int32_t TypeCount = 5;
 
     // Hears the number of items done and of all. It may let events run: while it is called the project is
     // busy, and whatever else would change it does nothing.

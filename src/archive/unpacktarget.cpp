@@ -42,7 +42,7 @@ std::optional<UnpackTarget> UnpackTarget::MakeNative(const QString &path, const 
 std::string UnpackTarget::NativeOf(const QString &name) const
 {
     const QString text = FromNativeName(name.toStdString());
-    const std::string exact = NativeChild(m_native, text);
+    std::string exact = NativeChild(m_native, text);
     if (m_older.isEmpty() || GetFileFacts(exact).Exists)
         return exact;
     return NativeChild(m_native, m_older.value(text.toUpper(), text));

@@ -17,8 +17,8 @@ public:
     Progress &operator=(const Progress &) = delete;
     virtual ~Progress() = default;
 
-    // A job of `maximum` items begins; `text` is what the status shows. A handler that runs inside another job may
-    // begin one of its own, which is over before the other goes on.
+    // A job of `maximum` items begins; `text` is what the status shows. A handler that runs inside another
+    // job may begin one of its own, which is over before the other goes on.
     virtual void ProgressStart(std::int32_t maximum, const QString &text) = 0;
 
     // `value` items are done.

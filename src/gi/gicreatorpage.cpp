@@ -68,6 +68,7 @@ GiCreatorPage::GiCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes 
 {
     FillPlaceFrame();
     optGICR_Color->setToolTip(tr("Следует из типа и прозрачности картинки"));
+    optGICR_Color->TakeNoFocus(); // it only tells
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(Gap, Gap, Gap, 10);
     row->setSpacing(Gap);
@@ -240,11 +241,11 @@ void GiCreatorPage::Refresh()
     cmdGICR_OpenGI->setEnabled(!m_project.IsBusy());
     chkGICR_CropNull->setEnabled(m_project.CanCrop());
 
-    for (int i = 0; i < GiProject::TypeCount; ++i)
+    for (int i = 0; i < optGICR_GIType->Count(); ++i)
         optGICR_GIType->EnableOption(i, m_project.CanChooseType(i));
     // An opened GI may have a type that nobody knows.
     const std::int32_t type = m_project.GiType();
-    optGICR_GIType->Check(type >= 0 && type < GiProject::TypeCount ? type : 0);
+    optGICR_GIType->Check(type >= 0 && type < optGICR_GIType->Count() ? type : 0);
 
     optGICR_Color->setEnabled(m_project.CanPlace());
     optGICR_Color->Check(m_project.Colour());

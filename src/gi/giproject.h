@@ -18,7 +18,6 @@ class GiProject
 public:
     enum Axis { X, Y };
     static constexpr std::int32_t MaxStart = 99999;
-    static constexpr std::int32_t TypeCount = 7;
     static constexpr std::int32_t ViewCount = 4; // the whole picture and three layers
 
     // --- What is loaded

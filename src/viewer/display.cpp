@@ -312,8 +312,8 @@ void Display::ShowPlaying(bool playing)
 
 void Display::OrderTabs()
 {
-    const QWidgetList order =
-        QWidgetList{cmdPlay, sldFrame} + m_export->Buttons() + QWidgetList{cmdAlphaView, cmdZoomOut, cmdZoomIn, cmdAbort};
+    const QWidgetList order = QWidgetList{cmdPlay, sldFrame} + m_export->Buttons() +
+                              QWidgetList{cmdAlphaView, cmdZoomOut, cmdZoomIn, cmdAbort};
     for (qsizetype i = 1; i < order.size(); ++i)
         setTabOrder(order[i - 1], order[i]);
 }

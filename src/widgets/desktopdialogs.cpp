@@ -93,7 +93,7 @@ QString DesktopDialogs::SaveFile(const QString &filter, const QString &path)
     for (QString proposed = path;;) {
         const QString typed =
             FromDialog(QFileDialog::getSaveFileName(m_owner, {}, ToDialog(proposed), NameFilters(filter)));
-        const QString completed = CompletedPath(typed, filter, path);
+        QString completed = CompletedPath(typed, filter, path);
         // The dialog has asked about what was typed only.
         if (completed == typed || !FileExists(completed) ||
             Question(ReplaceQuestion(completed), DefaultTitle))

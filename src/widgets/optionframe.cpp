@@ -22,6 +22,11 @@ OptionFrame::OptionFrame(const char *name, const QString &title, const QStringLi
     connect(m_options, &QButtonGroup::idClicked, this, &OptionFrame::Chosen);
 }
 
+int OptionFrame::Count() const
+{
+    return int(m_options->buttons().size());
+}
+
 int OptionFrame::Checked() const
 {
     return m_options->checkedId();
@@ -43,6 +48,12 @@ void OptionFrame::Check(int option)
 void OptionFrame::EnableOption(int option, bool enabled)
 {
     m_options->button(option)->setEnabled(enabled);
+}
+
+void OptionFrame::TakeNoFocus()
+{
+    for (QAbstractButton *button : m_options->buttons())
+        button->setFocusPolicy(Qt::NoFocus);
 }
 
 void OptionFrame::AddButton(QAbstractButton *button)

@@ -32,12 +32,16 @@ public:
     OptionFrame(const char *name, const QString &title, const QStringList &captions, int columns,
                 QWidget *parent);
 
+    int Count() const;
     int Checked() const; // -1: none
     bool IsOptionEnabled(int option) const;
 
     // Without saying so; a number without an option checks none.
     void Check(int option);
     void EnableOption(int option, bool enabled);
+
+    // The keys pass the options by.
+    void TakeNoFocus();
 
     // Puts a button beside the options.
     void AddButton(QAbstractButton *button);

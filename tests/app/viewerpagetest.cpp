@@ -322,8 +322,9 @@ TEST_F(Viewer, TabGoesAlongTheScreenAndNavigationGivesTheFocusBack)
         Key(Qt::Key_Tab);
         order << window->focusWidget()->objectName();
     }
-    EXPECT_EQ(QStringLiteral("cmdSub txtPath lstFiles cmdCopyGICR cmdSavePNG cmdSaveJPG cmdAlphaView cmdZoomOut"),
-              order.join(u' '));
+    EXPECT_EQ(
+        QStringLiteral("cmdSub txtPath lstFiles cmdCopyGICR cmdSavePNG cmdSaveJPG cmdAlphaView cmdZoomOut"),
+        order.join(u' '));
     Find("txtPath")->setFocus();
     QCoreApplication::processEvents();
     EXPECT_EQ(folder.Path(), Find<QLineEdit>("txtPath")->selectedText());
