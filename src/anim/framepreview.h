@@ -53,7 +53,7 @@ private:
     const frmRes &m_res;
     int m_count = 0;
     bool m_isBusy = false;
-    QTimer m_timer;
+    QTimer m_timer{this};
     PictureButton *m_play;
     QSlider *m_slider;
     PictureArea *m_picture;
