@@ -25,11 +25,9 @@ class GaiEditor : public WindowTest
 protected:
     void SetUp() override
     {
-        for (int transClass : {0, 1, 2})
-            folder.AddPng(std::to_string(transClass) + ".png", MakeSprite(transClass));
+        folder.AddSprites();
         folder.AddGi("at.gi", MakeSprite(1), 2, 1);
         folder.AddPng("big.png", MakePicture(2000, 1500, 0xFFFFFFFF));
-        folder.Put("noise.gi", std::string(999, 'x'));
         folder.MakeFolder("folder.gai");
         settingsFolder.Put("Options.ini", "BackColor2=#00FF00");
         OpenWindow();
@@ -41,19 +39,14 @@ protected:
     {
         for (const QString &text : answers.replace(u'@', folder.Path()).split(u'&', Qt::SkipEmptyParts)) {
             const QStringList answer = text.trimmed().split(u'=');
-            if (answer.size() == 2)
-                dialogs.expectedErrors.push_back({answer[0], answer[1]});
-            else
-                dialogs.answers.push_back({answer[0], answer[1], answer[2]});
+            answer.size() == 2 ? dialogs.expectedErrors.push_back({answer[0], answer[1]})
+                               : dialogs.answers.push_back({answer[0], answer[1], answer[2]});
         }
         const QString where = what.section(u' ', 0, 0), rest = what.section(u' ', 1);
         auto *list = Find<ListBox>("lstGAICR_List");
-        if (where == u"drop"_s)
-            Drop(rest.split(u' '), list->viewport());
-        else if (where == u"row"_s)
-            ClickRow(list, rest.toInt());
-        else
-            QTest::mouseClick(Find(qPrintable(where)), Qt::LeftButton, {}, {12, 12});
+        where == u"drop"_s  ? Drop(rest.split(u' '), list->viewport())
+        : where == u"row"_s ? ClickRow(list, rest.toInt())
+                            : QTest::mouseClick(Find(qPrintable(where)), Qt::LeftButton, {}, {12, 12});
         if (where.startsWith(u"sld"_s))
             QTest::keyClick(Find(qPrintable(where)), Qt::Key_End);
         if (auto *box = window->findChild<QLineEdit *>(where)) {
@@ -82,8 +75,9 @@ protected:
     }
     QString Shown() const // a pixel of the sprite
     {
-        const QSize beside = Find("picGAICR_Picture")->size() - QSize(37, 23);
-        return PixelAt("picGAICR_Picture", {beside.width() / 2 + 4, beside.height() / 2 + 1}).name();
+        const QSize size = Find("picGAICR_Picture")->size();
+        return PixelAt("picGAICR_Picture", {(size.width() - 37) / 2 + 4, (size.height() - 23) / 2 + 1})
+            .name();
     }
 };
 
