@@ -125,10 +125,10 @@ TEST_F(GaiEditor, TakesFramesOfTheViewer)
     window->findChild<Display *>()->Open(u"C:\\a.pkg\\boom.hai"_s, [&] { return std::move(document); });
     Find<QSlider>("sldFrame")->setValue(1);
     Click("cmdCopyGAICR");
-    EXPECT_TRUE(Find("picPage(2)")->isVisible());
     window->ShowPage(0);
     List()->setFocus();
     Key('b');
+    EXPECT_TRUE(Find("picPage(2)")->isVisible());
     EXPECT_THAT(State(),
                 testing::EndsWith(" 0 0 5 3 0 0 50 >boom_001 boom_000 boom_001 boom_002 Кадры: 1 / 4 5 x 3"));
 }
