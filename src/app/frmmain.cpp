@@ -1,5 +1,6 @@
 #include "app/frmmain.h"
 
+#include "anim/gaieditorpage.h"
 #include "app/emptypage.h"
 #include "app/optionspage.h"
 #include "app/statusstrip.h"
@@ -32,6 +33,7 @@ constexpr int FocusInterval = 10; // ms
 constexpr int RowsPerNotch = 3;
 constexpr int ViewerIndex = 0;
 constexpr int GiCreatorIndex = 1;
+constexpr int GaiEditorIndex = 2;
 constexpr int DatEditorIndex = 5;
 constexpr int UnpackerIndex = 6;
 constexpr int PackerIndex = 7;
@@ -116,12 +118,14 @@ void frmMain::MakePages()
 {
     m_viewer = new ViewerPage(m_settings, m_dialogs, *m_status, m_abort, m_res, m_unpackJob, m_pages);
     auto *creator = new GiCreatorPage(m_settings, m_dialogs, m_res, m_pages);
+    auto *gaiEditor = new GaiEditorPage(m_settings, m_dialogs, *m_log, m_res, m_pages);
     auto *unpacker = new UnpackerPage(m_settings, m_dialogs, m_unpackJob, m_pages);
     auto *packer = new PackerPage(m_settings, m_dialogs, m_packJob, m_pages);
     auto *options = new OptionsPage(m_settings, m_dialogs, m_pages);
     std::array<Page *, PageCount> pages{};
     pages[ViewerIndex] = m_viewer;
     pages[GiCreatorIndex] = creator;
+    pages[GaiEditorIndex] = gaiEditor;
     pages[UnpackerIndex] = unpacker;
     pages[PackerIndex] = packer;
     pages[OptionsIndex] = options;
@@ -142,6 +146,8 @@ void frmMain::MakePages()
     connect(m_viewer, &ViewerPage::DatEditorWanted, this, [this] { ShowPage(DatEditorIndex); });
     connect(m_viewer, &ViewerPage::GiCreatorWanted, creator, &GiCreatorPage::TakePicture);
     connect(m_viewer, &ViewerPage::GiCreatorWanted, this, [this] { ShowPage(GiCreatorIndex); });
+    connect(m_viewer, &ViewerPage::GaiEditorWanted, this, [this] { ShowPage(GaiEditorIndex); });
+    connect(m_viewer, &ViewerPage::GaiEditorWanted, gaiEditor, &GaiEditorPage::TakeFrames);
     connect(m_viewer, &ViewerPage::PackerWanted, packer, &PackerPage::SetPaths);
     connect(m_viewer, &ViewerPage::PackerWanted, this, [this] { ShowPage(PackerIndex); });
     connect(m_viewer, &ViewerPage::UnpackerWanted, unpacker, &UnpackerPage::SetPaths);
@@ -239,13 +245,28 @@ void frmMain::ScrollByWheel(const QWheelEvent &event)
 
 void frmMain::closeEvent(QCloseEvent *event)
 {
-    if (IsBusy()) {
-        event->ignore();
+    event->ignore();
+    if (!MayClose()) {
+        StayOpen();
+    } else if (IsBusy()) {
         AbortJobs();
     } else {
         Shutdown();
         event->accept();
     }
+}
+
+// Each page is asked once, a busy one when its job has ended.
+bool frmMain::MayClose()
+{
+    for (int i = 0; i < PageCount; ++i) {
+        if (m_mayClose[std::size_t(i)] || PageAt(i)->IsBusy())
+            continue;
+        if (!PageAt(i)->MayClose())
+            return false;
+        m_mayClose[std::size_t(i)] = true;
+    }
+    return true;
 }
 
 bool frmMain::IsBusy() const
@@ -265,6 +286,14 @@ void frmMain::AbortJobs()
     m_pages->setEnabled(false);
     for (int i = 0; i < PageCount; ++i)
         PageAt(i)->Abort();
+}
+
+void frmMain::StayOpen()
+{
+    m_isClosing = false;
+    m_mayClose = {};
+    m_pageButtons->setEnabled(true);
+    m_pages->setEnabled(true);
 }
 
 void frmMain::CloseWhenIdle()

@@ -60,7 +60,9 @@ private:
     void CheckFocus();
     void ScrollByWheel(const QWheelEvent &event);
     bool IsBusy() const;
+    bool MayClose();
     void AbortJobs();
+    void StayOpen();
     void CloseWhenIdle();
     void Shutdown();
     Page *PageAt(int page) const;
@@ -71,7 +73,8 @@ private:
     AbortFlag m_abort;
     frmRes m_res;
     bool m_active = true;
-    bool m_isClosing = false; // a page is still busy
+    bool m_isClosing = false;                 // a page is still busy
+    std::array<bool, PageCount> m_mayClose{}; // pages that were asked
     bool m_isShutDown = false;
     int m_currentPage = 0; // the page last shown among those that are drawn anew
 

@@ -27,8 +27,12 @@ public:
     {
         std::fprintf(stderr, "workbench-screenshot: %s\n", qPrintable(text));
     }
+    void Information(const QString &, const QString &) override {}
     bool Question(const QString &, const QString &) override { return false; }
+    bool Warning(const QString &, const QString &) override { return false; }
+    Choice YesNoCancel(const QString &, const QString &) override { return Choice::No; }
     QString OpenFile(const QString &, const QString &) override { return {}; }
+    QStringList OpenFiles(const QString &, const QString &) override { return {}; }
     QString SaveFile(const QString &, const QString &) override { return {}; }
     QString ChooseFolder(const QString &, const QString &) override { return {}; }
     std::optional<std::int32_t> ChooseColour(std::int32_t) override { return std::nullopt; }

@@ -6,18 +6,15 @@
 #include "services/uitext.h"
 #include "widgets/colour.h"
 #include "widgets/dibimage.h"
-#include "widgets/digitbox.h"
+#include "widgets/numberfield.h"
+#include "widgets/optionframe.h"
 #include "widgets/picturearea.h"
-#include "widgets/picturebutton.h"
 
-#include <QButtonGroup>
 #include <QCheckBox>
 #include <QCoreApplication>
-#include <QGridLayout>
-#include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QVBoxLayout>
 
 #include <initializer_list>
@@ -39,14 +36,6 @@ QPushButton *NewButton(const char *name, const QString &caption, const QString &
     return button;
 }
 
-// Five frames one below the other fit the smallest window.
-QGroupBox *NewFrame(const QString &title, QWidget *parent)
-{
-    auto *frame = new QGroupBox(title, parent);
-    frame->setProperty("compact", true);
-    return frame;
-}
-
 QString GiFilter()
 {
     return UiText(TextGiFiles) + QStringLiteral(" (*.gi)|*.gi");
@@ -62,25 +51,25 @@ GiCreatorPage::GiCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes 
                                tr("Открыть GI, чтобы изменить его координаты"), this)),
       cmdGICR_Clean(NewButton("cmdGICR_Clean", tr("Очистить"), tr("Убрать картинку и начать заново"), this)),
       cmdGICR_CreateGI(NewButton("cmdGICR_CreateGI", tr("Создать GI…"), tr("Записать файл GI"), this)),
-      optGICR_GIType(MakeChoice("optGICR_GIType", tr("Тип GI-фрейма"),
-                                {tr("0 (16 или 32 бит)"), tr("1 (16 бит)"), tr("2 (16 бит, Альфа)"),
-                                 tr("3 (16 бит, Индекс)"), tr("4 (32 бит, Индекс)"),
-                                 QStringLiteral("5 (\?\?\?)"), QStringLiteral("6 (\?\?\?)")},
-                                1)),
-      optGICR_Color(MakeChoice("optGICR_Color", tr("Цвет"), {tr("16 бит (565)"), tr("32 бит (RGBA)")}, 2)),
-      optGICR_Layer(MakeChoice("optGICR_Layer", tr("Показывать"),
-                               {tr("Общий вид"), tr("Первый слой"), tr("Второй слой"), tr("Третий слой")},
-                               2)),
+      optGICR_GIType(new OptionFrame("optGICR_GIType", tr("Тип GI-фрейма"),
+                                     {tr("0 (16 или 32 бит)"), tr("1 (16 бит)"), tr("2 (16 бит, Альфа)"),
+                                      tr("3 (16 бит, Индекс)"), tr("4 (32 бит, Индекс)"),
+                                      QStringLiteral("5 (\?\?\?)"), QStringLiteral("6 (\?\?\?)")},
+                                     1, this)),
+      optGICR_Color(
+          new OptionFrame("optGICR_Color", tr("Цвет"), {tr("16 бит (565)"), tr("32 бит (RGBA)")}, 2, this)),
+      optGICR_Layer(new OptionFrame(
+          "optGICR_Layer", tr("Показывать"),
+          {tr("Общий вид"), tr("Первый слой"), tr("Второй слой"), tr("Третий слой")}, 2, this)),
       chkGICR_CropNull(new QCheckBox(tr("Обрезать пустые края"), this)),
-      m_placeFrame(NewFrame(tr("Координаты фрейма"), this)),
+      m_placeFrame(new CompactFrame(tr("Координаты фрейма"), this)),
       picGICR_Picture(
           new PictureArea(QStringLiteral("picGICR_Picture"), res.curOpenHand, res.curClosedHand, this)),
       lblGICR_Info(new QLabel(this)), lblGICR_Size(new QLabel(this))
 {
     FillPlaceFrame();
-    optGICR_Color.Frame->setToolTip(tr("Следует из типа и прозрачности картинки"));
-    for (QAbstractButton *colour : optGICR_Color.Options->buttons())
-        colour->setFocusPolicy(Qt::NoFocus); // they only tell
+    optGICR_Color->setToolTip(tr("Следует из типа и прозрачности картинки"));
+    optGICR_Color->TakeNoFocus(); // it only tells
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(Gap, Gap, Gap, 10);
     row->setSpacing(Gap);
@@ -92,12 +81,12 @@ GiCreatorPage::GiCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes 
     connect(cmdGICR_OpenGI, &QPushButton::clicked, this, [this] { Open(GiFilter(), &GiProject::OpenGi); });
     connect(cmdGICR_CreateGI, &QPushButton::clicked, this, &GiCreatorPage::CreateGi);
     connect(cmdGICR_Clean, &QPushButton::clicked, this, &GiCreatorPage::Clean);
-    connect(optGICR_GIType.Options, &QButtonGroup::idClicked, this, [this](int type) {
+    connect(optGICR_GIType, &OptionFrame::Chosen, this, [this](int type) {
         m_project.SetGiType(type);
         Refresh();
     });
-    connect(optGICR_Color.Options, &QButtonGroup::idClicked, this, &GiCreatorPage::Refresh);
-    connect(optGICR_Layer.Options, &QButtonGroup::idClicked, this, &GiCreatorPage::ShowView);
+    connect(optGICR_Color, &OptionFrame::Chosen, this, &GiCreatorPage::Refresh);
+    connect(optGICR_Layer, &OptionFrame::Chosen, this, &GiCreatorPage::ShowView);
     ShowLoaded();
 }
 
@@ -108,8 +97,8 @@ QWidget *GiCreatorPage::MakeChoices()
     auto *column = new QVBoxLayout(side);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Gap);
-    for (QGroupBox *frame :
-         {optGICR_GIType.Frame, optGICR_Color.Frame, optGICR_Layer.Frame, MakeCropFrame(), m_placeFrame})
+    for (QWidget *frame : std::initializer_list<QWidget *>{optGICR_GIType, optGICR_Color, optGICR_Layer,
+                                                           MakeCropFrame(), m_placeFrame})
         column->addWidget(frame);
     column->addStretch(1);
     return side;
@@ -144,26 +133,9 @@ QWidget *GiCreatorPage::MakePreview()
     return side;
 }
 
-GiCreatorPage::Choice GiCreatorPage::MakeChoice(const char *name, const QString &title,
-                                                const QStringList &captions, int columns)
+QWidget *GiCreatorPage::MakeCropFrame()
 {
-    auto *frame = NewFrame(title, this);
-    auto *options = new QButtonGroup(frame);
-    auto *grid = new QGridLayout(frame);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setSpacing(0);
-    for (int i = 0; i < captions.size(); ++i) {
-        auto *option = new QRadioButton(captions[i], frame);
-        option->setObjectName(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i));
-        options->addButton(option, i);
-        grid->addWidget(option, i / columns, i % columns);
-    }
-    return {frame, options};
-}
-
-QGroupBox *GiCreatorPage::MakeCropFrame()
-{
-    auto *frame = NewFrame(tr("Опции создания слоев"), this);
+    auto *frame = new CompactFrame(tr("Опции создания слоев"), this);
     chkGICR_CropNull->setObjectName(QStringLiteral("chkGICR_CropNull"));
     chkGICR_CropNull->setToolTip(tr("Каждый слой занимает только место своих видимых пикселей"));
     auto *column = new QVBoxLayout(frame);
@@ -184,35 +156,22 @@ void GiCreatorPage::FillPlaceFrame()
 
 void GiCreatorPage::AddStart(GiProject::Axis axis, const QString &letter, QHBoxLayout *row)
 {
-    const QString name = QStringLiteral("GICR_Start") + letter;
-    auto *caption = new QLabel(letter, m_placeFrame);
-    auto *box = new DigitBox(QStringLiteral("txt") + name, GiProject::MaxStart, m_placeFrame);
-    box->setAccessibleName(letter);
-    const QString button = QStringLiteral("cmd") + name;
-    auto *down =
-        new PictureButton(button + QStringLiteral("(1)"), m_res.imgMinus, tr("Уменьшить на 1"), m_placeFrame);
-    auto *up =
-        new PictureButton(button + QStringLiteral("(0)"), m_res.imgPlus, tr("Увеличить на 1"), m_placeFrame);
-    txtGICR_Start[axis] = box;
-    row->addWidget(caption);
+    auto *field = new NumberField(QStringLiteral("GICR_Start") + letter, letter, GiProject::MaxStart, m_res,
+                                  m_placeFrame);
+    m_start[axis] = field;
+    row->addWidget(new QLabel(letter, m_placeFrame));
     row->addSpacing(6);
-    row->addWidget(box, 1);
-    row->addWidget(down);
-    row->addWidget(up);
-    for (PictureButton *step : {down, up}) {
-        step->setIconSize(QSize(16, 16));
-        step->setAutoRepeat(true);
-    }
-    connect(box, &DigitBox::Edited, this,
+    row->addWidget(field, 1);
+    connect(field, &NumberField::Edited, this,
             [this, axis](std::int32_t value) { m_project.SetStart(axis, value); });
-    connect(up, &QToolButton::clicked, this, [this, axis] { ChangeStart(axis, &GiProject::StepUp); });
-    connect(down, &QToolButton::clicked, this, [this, axis] { ChangeStart(axis, &GiProject::StepDown); });
+    connect(field, &NumberField::UpWanted, this, [this, axis] { ChangeStart(axis, &GiProject::StepUp); });
+    connect(field, &NumberField::DownWanted, this, [this, axis] { ChangeStart(axis, &GiProject::StepDown); });
 }
 
 void GiCreatorPage::ChangeStart(GiProject::Axis axis, void (GiProject::*step)(GiProject::Axis))
 {
     (m_project.*step)(axis);
-    txtGICR_Start[axis]->SetValue(m_project.Start(axis));
+    m_start[axis]->SetValue(m_project.Start(axis));
 }
 
 void GiCreatorPage::Open(const QString &filter, bool (GiProject::*open)(const QString &))
@@ -267,7 +226,7 @@ void GiCreatorPage::CreateGi()
 
 void GiCreatorPage::ShowLoaded()
 {
-    optGICR_Layer.Options->button(0)->setChecked(true);
+    optGICR_Layer->Check(0);
     picGICR_Picture->ResetPlace();
     Refresh();
     ShowView();
@@ -282,24 +241,24 @@ void GiCreatorPage::Refresh()
     cmdGICR_OpenGI->setEnabled(!m_project.IsBusy());
     chkGICR_CropNull->setEnabled(m_project.CanCrop());
 
-    for (QAbstractButton *type : optGICR_GIType.Options->buttons())
-        type->setEnabled(m_project.CanChooseType(optGICR_GIType.Options->id(type)));
+    for (int i = 0; i < optGICR_GIType->Count(); ++i)
+        optGICR_GIType->EnableOption(i, m_project.CanChooseType(i));
     // An opened GI may have a type that nobody knows.
-    QAbstractButton *type = optGICR_GIType.Options->button(m_project.GiType());
-    (type != nullptr ? type : optGICR_GIType.Options->button(0))->setChecked(true);
+    const std::int32_t type = m_project.GiType();
+    optGICR_GIType->Check(type >= 0 && type < optGICR_GIType->Count() ? type : 0);
 
-    optGICR_Color.Frame->setEnabled(m_project.CanPlace());
-    optGICR_Color.Options->button(m_project.Colour())->setChecked(true);
+    optGICR_Color->setEnabled(m_project.CanPlace());
+    optGICR_Color->Check(m_project.Colour());
 
     m_placeFrame->setEnabled(m_project.CanPlace());
     for (const GiProject::Axis axis : {GiProject::X, GiProject::Y})
-        txtGICR_Start[axis]->SetValue(m_project.Start(axis));
+        m_start[axis]->SetValue(m_project.Start(axis));
 
-    const QButtonGroup &views = *optGICR_Layer.Options;
-    for (QAbstractButton *view : views.buttons())
-        view->setEnabled(m_project.CanShow(views.id(view)));
-    if (views.checkedId() != 0 && !views.checkedButton()->isEnabled()) {
-        views.button(0)->setChecked(true);
+    for (int i = 0; i < GiProject::ViewCount; ++i)
+        optGICR_Layer->EnableOption(i, m_project.CanShow(i));
+    const int view = optGICR_Layer->Checked();
+    if (view != 0 && !optGICR_Layer->IsOptionEnabled(view)) {
+        optGICR_Layer->Check(0);
         ShowView();
     }
 }
@@ -312,7 +271,7 @@ void GiCreatorPage::Redraw()
 
 void GiCreatorPage::ShowView()
 {
-    const int view = optGICR_Layer.Options->checkedId();
+    const int view = optGICR_Layer->Checked();
     const QImage image = view == 0 ? ComposedImage(m_project.Picture(), m_settings.BackColor2)
                                    : ComposedImage(m_project.Layer(view), m_settings.BackColor2);
     if (!picGICR_Picture->Show(image, image.size()))

@@ -9,9 +9,7 @@
 
 #include <array>
 
-class QButtonGroup;
 class QCheckBox;
-class QGroupBox;
 class QHBoxLayout;
 class QLabel;
 class QPushButton;
@@ -19,7 +17,8 @@ class QPushButton;
 namespace wb
 {
 
-class DigitBox;
+class NumberField;
+class OptionFrame;
 class PictureArea;
 
 class GiCreatorPage : public Page
@@ -37,16 +36,9 @@ public:
     void TakePicture(std::int32_t handle, const QString &path);
 
 private:
-    // Elements of a control array, of which one is selected.
-    struct Choice {
-        QGroupBox *Frame;
-        QButtonGroup *Options;
-    };
-
     QWidget *MakeChoices();
     QWidget *MakePreview();
-    Choice MakeChoice(const char *name, const QString &title, const QStringList &captions, int columns);
-    QGroupBox *MakeCropFrame();
+    QWidget *MakeCropFrame();
     void FillPlaceFrame();
     void AddStart(GiProject::Axis axis, const QString &letter, QHBoxLayout *row);
 
@@ -67,12 +59,12 @@ private:
     QPushButton *cmdGICR_OpenGI;
     QPushButton *cmdGICR_Clean;
     QPushButton *cmdGICR_CreateGI;
-    Choice optGICR_GIType;
-    Choice optGICR_Color;
-    Choice optGICR_Layer;
+    OptionFrame *optGICR_GIType;
+    OptionFrame *optGICR_Color;
+    OptionFrame *optGICR_Layer;
     QCheckBox *chkGICR_CropNull;
-    QGroupBox *m_placeFrame;
-    std::array<DigitBox *, 2> txtGICR_Start{}; // X, Y
+    QWidget *m_placeFrame;
+    std::array<NumberField *, 2> m_start{}; // X, Y
     PictureArea *picGICR_Picture;
     QLabel *lblGICR_Info;
     QLabel *lblGICR_Size;

@@ -59,10 +59,7 @@ bool GiProject::OpenGi(const QString &path)
     }
     std::int32_t offset = 0;
     DecodeGi(*m_picture, m_loadedGi, offset);
-    if (const std::int32_t handle = FrameBufToDib(*m_picture); handle != 0) {
-        m_transType = Graphics().VTGF_DIB_GetTransType(handle);
-        Graphics().VTGF_DIB_Free(handle);
-    }
+    m_transType = TransTypeOf(*m_picture);
     return true;
 }
 

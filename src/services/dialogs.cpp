@@ -37,6 +37,22 @@ QString ReplaceQuestion(const QString &path)
     return QStringLiteral("Файл %1 уже существует. Заменить?").arg(GetFileName(path));
 }
 
+bool AskToSave(Dialogs &dialogs, const QString &fileName, const std::function<bool()> &save)
+{
+    const QString what =
+        fileName.isEmpty() ? QStringLiteral("Новый файл") : QStringLiteral("Файл ") + fileName;
+    switch (dialogs.YesNoCancel(what + QStringLiteral(" был изменен. Сохранить изменения?"),
+                                QStringLiteral("Вопрос"))) {
+    case Dialogs::Choice::Yes:
+        return save();
+    case Dialogs::Choice::No:
+        return true;
+    case Dialogs::Choice::Cancel:
+        break;
+    }
+    return false;
+}
+
 QString FileErrorText(FileError error)
 {
     switch (error) {

@@ -3,9 +3,10 @@
 
 #include "platform/fileio.h"
 
-#include <QString>
+#include <QStringList>
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 namespace wb
@@ -19,14 +20,23 @@ public:
     // A message box with the critical-stop icon and one button.
     virtual void Error(const QString &text, const QString &title) = 0;
 
-    // A box with the question icon: True for Yes.
-    virtual bool Question(const QString &text, const QString &title) = 0;
+    // A message box with the information icon and one button.
+    virtual void Information(const QString &text, const QString &title) = 0;
 
-    // Let the user choose a file or folder; empty when cancelled. Paths are those of the program. `filter` is
-    // "name|*.ext", or several of them parted by "|"; `path` is the name proposed, with or without a folder.
-    // A name typed without an extension gets that of the filter when it is to be saved, and a file that is
-    // there is replaced only when the user says so.
+    // A box with the question icon, and one with the exclamation icon: True for Yes.
+    virtual bool Question(const QString &text, const QString &title) = 0;
+    virtual bool Warning(const QString &text, const QString &title) = 0;
+
+    // A box with the exclamation icon and three buttons.
+    enum class Choice { Yes, No, Cancel };
+    virtual Choice YesNoCancel(const QString &text, const QString &title) = 0;
+
+    // Let the user choose a file, files or a folder; empty when cancelled. Paths are those of the program.
+    // `filter` is "name|*.ext", or several of them parted by "|"; `path` is the name proposed, with or
+    // without a folder. A name typed without an extension gets that of the filter when it is to be saved, and
+    // a file that is there is replaced only when the user says so.
     virtual QString OpenFile(const QString &filter, const QString &path) = 0;
+    virtual QStringList OpenFiles(const QString &filter, const QString &path) = 0;
     virtual QString SaveFile(const QString &filter, const QString &path) = 0;
     virtual QString ChooseFolder(const QString &prompt, const QString &path) = 0;
 
@@ -46,6 +56,10 @@ inline const QString DefaultTitle = QStringLiteral("Workbench");
 
 // Whether the file may be replaced.
 QString ReplaceQuestion(const QString &path);
+
+// Asks whether to save what was changed before it is lost; `fileName` is empty for what has none yet. True
+// when `save` has saved it, or when it may be lost.
+bool AskToSave(Dialogs &dialogs, const QString &fileName, const std::function<bool()> &save);
 
 // What an error box says of a file error; empty for one that has no text.
 QString FileErrorText(FileError error);

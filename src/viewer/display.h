@@ -35,6 +35,9 @@ public:
 
     const QString &DocumentPath() const { return m_documentPath; }
 
+    const FrameSet &Document() const { return m_document; }
+    std::int32_t CurrentFrame() const { return m_frame; }
+
     // The handle of the frame shown; 0 for none.
     std::int32_t CurrentPicture() const;
 

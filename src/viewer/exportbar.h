@@ -18,7 +18,7 @@ class PictureButton;
 enum class FrameTarget { GiCreator, GaiEditor, HaiEditor, AnimCreator };
 
 // The pages that take frames so far.
-inline constexpr FrameTarget TakingPages[] = {FrameTarget::GiCreator};
+inline constexpr FrameTarget TakingPages[] = {FrameTarget::GiCreator, FrameTarget::GaiEditor};
 
 class ExportBar : public QWidget
 {

@@ -8,6 +8,7 @@
 #include "viewer/display.h"
 #include "viewer/documentloader.h"
 #include "viewer/folderpane.h"
+#include "viewer/frameexport.h"
 
 #include <QAbstractButton>
 #include <QSplitter>
@@ -287,10 +288,22 @@ void ViewerPage::ExtractFolder(const PkgHandle &archive, const PkgEntry &folder)
     Q_EMIT ExtractWanted(order);
 }
 
-void ViewerPage::HandOver(FrameTarget target)
+void ViewerPage::HandOver(FrameTarget target, bool all)
 {
-    if (target == FrameTarget::GiCreator)
-        Q_EMIT GiCreatorWanted(m_display->CurrentPicture(), m_display->DocumentPath());
+    const QString &path = m_display->DocumentPath();
+    if (target == FrameTarget::GiCreator) {
+        Q_EMIT GiCreatorWanted(m_display->CurrentPicture(), path);
+        return;
+    }
+    const FrameSet &document = m_display->Document();
+    const std::int32_t first = all ? 0 : m_display->CurrentFrame();
+    const std::int32_t count = all ? document.Count : 1;
+    QStringList names;
+    for (std::int32_t i = 0; i < count; ++i)
+        names << DefaultSaveName(path, first + i, document.Count);
+    const std::span handles(document.Pictures);
+    if (target == FrameTarget::GaiEditor)
+        Q_EMIT GaiEditorWanted(handles.subspan(std::size_t(first), std::size_t(count)), names);
 }
 
 void ViewerPage::PressKey(QChar character)

@@ -9,7 +9,10 @@
 #include "widgets/frmres.h"
 #include "widgets/page.h"
 
+#include <QStringList>
+
 #include <functional>
+#include <span>
 
 namespace wb
 {
@@ -58,6 +61,8 @@ Q_SIGNALS:
     // The GI creator should come forward and take the picture, which stays the viewer's, of a document of
     // that path.
     void GiCreatorWanted(std::int32_t handle, const QString &documentPath);
+    // The GAI editor should come forward and take these frames, which stay the viewer's, under their names.
+    void GaiEditorWanted(std::span<const std::int32_t> handles, const QStringList &names);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -75,7 +80,7 @@ private:
     void Extract();
     void ExtractFile(const PkgArchive &archive, const PkgEntry &file);
     void ExtractFolder(const PkgHandle &archive, const PkgEntry &folder);
-    void HandOver(FrameTarget target);
+    void HandOver(FrameTarget target, bool all);
     void PressKey(QChar character);
 
     Settings &m_settings;

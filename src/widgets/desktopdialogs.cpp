@@ -45,16 +45,48 @@ void DesktopDialogs::Error(const QString &text, const QString &title)
     QMessageBox::critical(m_owner, title, text);
 }
 
+void DesktopDialogs::Information(const QString &text, const QString &title)
+{
+    QMessageBox::information(m_owner, title, text);
+}
+
+// What is asked about costs something: a careless Enter must not say Yes.
 bool DesktopDialogs::Question(const QString &text, const QString &title)
 {
-    // What is asked about costs something: a careless Enter must not say Yes.
     return QMessageBox::question(m_owner, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
            QMessageBox::Yes;
+}
+
+bool DesktopDialogs::Warning(const QString &text, const QString &title)
+{
+    return QMessageBox::warning(m_owner, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
+           QMessageBox::Yes;
+}
+
+Dialogs::Choice DesktopDialogs::YesNoCancel(const QString &text, const QString &title)
+{
+    switch (QMessageBox::warning(
+        m_owner, title, text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes)) {
+    case QMessageBox::Yes:
+        return Choice::Yes;
+    case QMessageBox::No:
+        return Choice::No;
+    default:
+        return Choice::Cancel;
+    }
 }
 
 QString DesktopDialogs::OpenFile(const QString &filter, const QString &path)
 {
     return FromDialog(QFileDialog::getOpenFileName(m_owner, {}, ToDialog(path), NameFilters(filter)));
+}
+
+QStringList DesktopDialogs::OpenFiles(const QString &filter, const QString &path)
+{
+    QStringList paths = QFileDialog::getOpenFileNames(m_owner, {}, ToDialog(path), NameFilters(filter));
+    for (QString &chosen : paths)
+        chosen = FromDialog(chosen);
+    return paths;
 }
 
 QString DesktopDialogs::SaveFile(const QString &filter, const QString &path)

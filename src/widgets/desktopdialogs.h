@@ -15,8 +15,12 @@ public:
     void SetOwner(QWidget *owner) { m_owner = owner; }
 
     void Error(const QString &text, const QString &title) override;
+    void Information(const QString &text, const QString &title) override;
     bool Question(const QString &text, const QString &title) override;
+    bool Warning(const QString &text, const QString &title) override;
+    Choice YesNoCancel(const QString &text, const QString &title) override;
     QString OpenFile(const QString &filter, const QString &path) override;
+    QStringList OpenFiles(const QString &filter, const QString &path) override;
     QString SaveFile(const QString &filter, const QString &path) override;
     QString ChooseFolder(const QString &prompt, const QString &path) override;
     std::optional<std::int32_t> ChooseColour(std::int32_t colour) override;

@@ -34,6 +34,10 @@ struct frmRes {
     QIcon imgCopyAnimCRAll;
     QIcon imgRoot;
     QIcon imgUp;
+    QIcon imgDown;
+    QIcon imgAddFrame;
+    QIcon imgRemoveFrame;
+    QIcon imgToAll;
     QIcon imgPacker;
     QIcon imgUnPacker;
     QIcon imgExtract;

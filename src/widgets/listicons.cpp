@@ -35,21 +35,26 @@ QPixmap Decoded(const QString &resource, qreal ratio)
 
 } // namespace
 
+QIcon LoadListIcon(ListIcon icon)
+{
+    QIcon pictures;
+    for (const int ratio : {1, 2}) {
+        const QString resource =
+            QStringLiteral(":/icons/%1%2.png")
+                .arg(QLatin1String(Names[int(icon)]), QLatin1String(ratio == 2 ? "@2x" : ""));
+        const QPixmap picture = Decoded(resource, ratio);
+        // The selected row keeps its picture as it is, instead of Qt's tinted one.
+        pictures.addPixmap(picture, QIcon::Normal);
+        pictures.addPixmap(picture, QIcon::Selected);
+    }
+    return pictures;
+}
+
 std::vector<QIcon> LoadListIcons()
 {
     std::vector<QIcon> icons;
-    for (const char *name : Names) {
-        QIcon icon;
-        for (const int ratio : {1, 2}) {
-            const QString resource = QStringLiteral(":/icons/%1%2.png")
-                                         .arg(QLatin1String(name), QLatin1String(ratio == 2 ? "@2x" : ""));
-            const QPixmap picture = Decoded(resource, ratio);
-            // The selected row keeps its picture as it is, instead of Qt's tinted one.
-            icon.addPixmap(picture, QIcon::Normal);
-            icon.addPixmap(picture, QIcon::Selected);
-        }
-        icons.push_back(icon);
-    }
+    for (std::size_t i = 0; i < std::size(Names); ++i)
+        icons.push_back(LoadListIcon(ListIcon(i)));
     return icons;
 }
 

@@ -34,6 +34,9 @@ enum class ListIcon {
     Logo,
 };
 
+// Decodes one row picture with the graphics library.
+QIcon LoadListIcon(ListIcon icon);
+
 // Decodes every row picture with the graphics library, in the order of ListIcon.
 std::vector<QIcon> LoadListIcons();
 

@@ -26,6 +26,9 @@ public:
     // Makes that job end soon.
     virtual void Abort() {}
 
+    // Asks whether what was not saved may be lost, when no job runs. False keeps the window open.
+    virtual bool MayClose() { return true; }
+
     // The program ends: stop what runs and free every picture.
     virtual void Release() {}
 

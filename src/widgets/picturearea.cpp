@@ -1,12 +1,11 @@
 #include "widgets/picturearea.h"
 
-#include "platform/nativepath.h"
+#include "widgets/filedrop.h"
 #include "widgets/panning.h"
 
-#include <QMimeData>
+#include <QDropEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QUrl>
 
 namespace wb
 {
@@ -141,19 +140,13 @@ void PictureArea::Clear()
 
 void PictureArea::dragEnterEvent(QDragEnterEvent *event)
 {
-    const QList<QUrl> urls = event->mimeData()->urls();
-    // Always a copy: after a move the other program would delete the file.
-    if (urls.isEmpty() || !urls.front().isLocalFile() || !(event->possibleActions() & Qt::CopyAction))
-        return;
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    AcceptFiles(*event);
 }
 
 void PictureArea::dropEvent(QDropEvent *event)
 {
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
-    Q_EMIT FileDropped(PathFromUserText(event->mimeData()->urls().front().toLocalFile()));
+    if (AcceptFiles(*event))
+        Q_EMIT FileDropped(DroppedFiles(*event).front());
 }
 
 void PictureArea::resizeEvent(QResizeEvent *)

@@ -59,4 +59,11 @@ void SampleFolder::AddPng(std::string_view name, const FrameBuf &picture) const
     Graphics().VTGF_DIB_Free(handle);
 }
 
+void SampleFolder::AddSprites() const
+{
+    for (const int transClass : {0, 1, 2})
+        AddPng(std::to_string(transClass) + ".png", MakeSprite(transClass));
+    Put("noise.gi", std::string(999, 'x'));
+}
+
 } // namespace wb

@@ -23,6 +23,9 @@ public:
 
     void AddGi(std::string_view name, const FrameBuf &picture, int type, int transClass) const;
     void AddPng(std::string_view name, const FrameBuf &picture) const;
+
+    // 0.png, 1.png and 2.png are the sprites of these classes; noise.gi is nothing.
+    void AddSprites() const;
 };
 
 } // namespace wb

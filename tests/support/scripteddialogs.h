@@ -38,7 +38,8 @@ public:
             behindBox();
     }
 
-    // What a question, a file dialog or a folder dialog asks, and what it gets: "yes" or a path.
+    // What a question, a file dialog or a folder dialog asks, and what it gets: "yes", "no" or a path;
+    // several paths are parted by "|". An information box gets nothing.
     struct Answer {
         QString asked; // the text of the question, the filter, the prompt
         QString path;  // what is proposed; a question's title
@@ -49,7 +50,20 @@ public:
     {
         return Take(text, title) == QStringLiteral("yes");
     }
+    bool Warning(const QString &text, const QString &title) override { return Question(text, title); }
+    void Information(const QString &text, const QString &title) override { Take(text, title); }
+    Choice YesNoCancel(const QString &text, const QString &title) override
+    {
+        const QString given = Take(text, title);
+        return given == QStringLiteral("yes")  ? Choice::Yes
+               : given == QStringLiteral("no") ? Choice::No
+                                               : Choice::Cancel;
+    }
     QString OpenFile(const QString &filter, const QString &path) override { return Take(filter, path); }
+    QStringList OpenFiles(const QString &filter, const QString &path) override
+    {
+        return Take(filter, path).split(u'|', Qt::SkipEmptyParts);
+    }
     QString SaveFile(const QString &filter, const QString &path) override { return Take(filter, path); }
     QString ChooseFolder(const QString &prompt, const QString &path) override { return Take(prompt, path); }
 

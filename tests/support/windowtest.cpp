@@ -58,16 +58,24 @@ void WindowTest::ClickRow(ListBox *list, int row, bool twice) const
 
 void WindowTest::Drop(std::initializer_list<const char *> names) const
 {
-    QList<QUrl> urls;
+    QStringList dropped;
     for (const char *name : names)
-        urls << QUrl::fromLocalFile(folder.NativeText(name));
+        dropped << QString::fromUtf8(name);
+    Drop(dropped, Find("picPictureBorder"));
+}
+
+void WindowTest::Drop(const QStringList &names, QWidget *target) const
+{
+    QList<QUrl> urls;
+    for (const QString &name : names)
+        urls << QUrl::fromLocalFile(folder.NativeText(name.toStdString()));
     QMimeData files;
     files.setUrls(urls);
     QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::ShiftModifier);
-    QCoreApplication::sendEvent(Find("picPictureBorder"), &enter);
+    QCoreApplication::sendEvent(target, &enter);
     ASSERT_TRUE(enter.isAccepted());
     QDropEvent drop({5, 5}, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::ShiftModifier);
-    QCoreApplication::sendEvent(Find("picPictureBorder"), &drop);
+    QCoreApplication::sendEvent(target, &drop);
     EXPECT_EQ(Qt::CopyAction, drop.dropAction());
 }
 

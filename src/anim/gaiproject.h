@@ -1,0 +1,118 @@
+// What the GAI editor page works on: frames, the box they lie in, and how they are written.
+#pragma once
+
+#include "anim/framelist.h"
+#include "anim/gaiwriter.h"
+
+#include <QStringList>
+
+#include <array>
+#include <cstdint>
+#include <functional>
+
+namespace wb
+{
+
+class GaiProject
+{
+public:
+    // The numbers that can be chosen: of the box, and from X on of the current frame.
+    enum Field { StartX, StartY, Width, Height, X, Y, Delay };
+    static constexpr int FieldCount = 7;
+    static constexpr std::int32_t MaxValue = 99999;
+
+    // Hears the number of items done and of all. It may let events run: while it is called the project is
+    // busy, and whatever else would change it does nothing.
+    using Step = std::function<void(std::int32_t, std::int32_t)>;
+
+    const FrameList &List() const { return m_list; }
+    const GaiBox &Box() const { return m_box; }
+    const QString &FileName() const { return m_fileName; } // of the GAI last opened or saved, without folder
+    bool IsBusy() const { return m_isBusy; }
+
+    // There are frames, and something has changed since they were opened or saved.
+    bool HasUnsavedWork() const { return m_isModified && !m_list.IsEmpty(); }
+
+    // --- Files
+
+    // Takes everything but the name and the options back to what it was at the start.
+    void Clean();
+
+    // Replaces all by the animation; by nothing when the file is no GAI. False, with only the name taken
+    // over, when the file can't be read.
+    bool Open(const QString &path, const Step &step);
+
+    // The name is taken over also when the file can't be written, which gives False.
+    bool Save(const QString &path, const Step &step);
+
+    GaiErrors Check() const { return CheckGaiProject(m_box, m_list.Frames()); }
+
+    const GaiWriting &Options() const { return m_options; }
+    void SetOptions(const GaiWriting &options);
+
+    // --- Frames
+    //
+    // A frame that is added gets a type by its transparency, and the delay shown. The first one gives the box
+    // its size. False when there is no picture.
+
+    bool AddPicture(std::int32_t handle, const QString &name); // at the start of the box
+    bool AddGi(FrameBuf picture, const QString &name);         // where it lies
+
+    // Adds PNG and GI files under their names. False when a file that is there is neither.
+    bool AddFiles(const QStringList &paths, const Step &step);
+
+    // Lets AddFiles end after the file that it is at.
+    void StopAdding() { m_isStopping = true; }
+
+    void Select(std::int32_t line) { m_list.Select(line); }
+    void SetCurrent(std::int32_t frame) { m_list.SetCurrent(frame); }
+    void RemoveSelected();
+    void MoveSelected(std::int32_t distance);
+
+    // --- Numbers
+    //
+    // Without frames those of a frame are what the next one is shown with, and nothing changes them.
+
+    std::int32_t Value(Field field) const;
+    void SetValue(Field field, std::int64_t value); // brought between 0 and MaxValue
+
+    // Add or subtract 1, unless the number has reached the end of its range.
+    void StepUp(Field field);
+    void StepDown(Field field);
+
+    // Gives the current frame's number to every frame.
+    void CopyToAll(Field field);
+
+    // --- Types
+
+    // The current frame's; -1 without frames.
+    std::int32_t GiType() const;
+
+    // Whether the current frame can be written as this type.
+    bool CanChooseType(std::int32_t type) const;
+
+    // Nothing changes when the frame can't be written so.
+    void SetGiType(std::int32_t type);
+
+    // Gives the current frame's type to every frame that can be written so.
+    void CopyTypeToAll();
+
+private:
+    void Change(Field field, std::int32_t value);
+    void Append(FrameBuf frame, const QString &name);
+    bool AddPng(const QString &path);
+
+    static constexpr GaiBox NoBox = {0, 0, 300, 300};
+    static constexpr std::array<std::int32_t, 3> NoFrame = {0, 0, 50};
+
+    QString m_fileName;
+    FrameList m_list;
+    GaiBox m_box = NoBox;
+    GaiWriting m_options;
+    std::array<std::int32_t, 3> m_lastFrame = NoFrame; // X, Y and delay of the last frame there was
+    bool m_isModified = false;
+    bool m_isBusy = false;
+    bool m_isStopping = false;
+};
+
+} // namespace wb

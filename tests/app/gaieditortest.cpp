@@ -1,0 +1,164 @@
+#include "anim/gaireader.h"
+#include "gfx/pixels.h"
+#include "support/table.h"
+#include "support/windowtest.h"
+#include "viewer/display.h"
+#include "widgets/filelistbox.h"
+
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTimer>
+#include <gmock/gmock.h>
+
+namespace wb
+{
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+const QString Frames = u"PNG и GI файлы (*.png, *.gi)|*.png;*.gi="_s;
+
+class GaiEditor : public WindowTest
+{
+protected:
+    void SetUp() override
+    {
+        folder.AddSprites();
+        folder.AddGi("at.gi", MakeSprite(1), 2, 1);
+        folder.AddPng("big.png", MakePicture(2000, 1500, 0xFFFFFFFF));
+        folder.MakeFolder("folder.gai");
+        settingsFolder.Put("Options.ini", "BackColor2=#00FF00");
+        OpenWindow();
+        window->ShowPage(2);
+    }
+    // Clicks and types, or what the step says. Each answer is "asked=proposed=given", or "text=title" of an
+    // error box; "@" stands for the folder.
+    void Do(const QString &what, QString answers = {})
+    {
+        for (const QString &text : answers.replace(u'@', folder.Path()).split(u'&', Qt::SkipEmptyParts)) {
+            const QStringList answer = text.trimmed().split(u'=');
+            answer.size() == 2 ? dialogs.expectedErrors.push_back({answer[0], answer[1]})
+                               : dialogs.answers.push_back({answer[0], answer[1], answer[2]});
+        }
+        const QString where = what.section(u' ', 0, 0), rest = what.section(u' ', 1);
+        auto *list = Find<ListBox>("lstGAICR_List");
+        where == u"drop"_s  ? Drop(rest.split(u' '), list->viewport())
+        : where == u"row"_s ? ClickRow(list, rest.toInt())
+                            : QTest::mouseClick(Find(qPrintable(where)), Qt::LeftButton, {}, {12, 12});
+        if (where.startsWith(u"sld"_s))
+            QTest::keyClick(Find(qPrintable(where)), Qt::Key_End);
+        if (auto *box = window->findChild<QLineEdit *>(where)) {
+            box->selectAll();
+            QTest::keyClicks(box, rest);
+        }
+        QCoreApplication::processEvents();
+    }
+    // What can be pressed, the numbers, the lines (> is selected), and the texts below the frame.
+    std::string State() const
+    {
+        const auto *page = Find("picPage(2)");
+        QString state = Find("sldGAICR_Slider")->isEnabled() ? u"o"_s : u"-"_s;
+        for (const auto *button : page->findChildren<QAbstractButton *>())
+            state += u"-=ox"_s[(button->isEnabled() ? 2 : 0) + (button->isChecked() ? 1 : 0)];
+        for (const int place : {33, 32, 28, 27, 22, 13, 5, 1})
+            state.insert(place, u' ');
+        for (const auto *box : page->findChildren<QLineEdit *>())
+            state += (box->isEnabled() ? u" "_s : u" -"_s) + box->text();
+        const auto *list = Find<ListBox>("lstGAICR_List");
+        for (int i = 0; i < list->ListCount(); ++i)
+            state +=
+                (i == list->ListIndex() ? u" >"_s : u" "_s) + list->model()->index(i, 0).data().toString();
+        state += u' ' + Text("lblGAICR_Frames") + Text("lblGAICR_Size") + Text("lblGAICR_Info");
+        return state.remove(u'|').simplified().toStdString();
+    }
+    QString Shown() const // a pixel of the sprite
+    {
+        const QSize size = Find("picGAICR_Picture")->size();
+        return PixelAt("picGAICR_Picture", {(size.width() - 37) / 2 + 4, (size.height() - 23) / 2 + 1})
+            .name();
+    }
+};
+
+TEST_F(GaiEditor, OffersShowsAndAsks)
+{
+    for (const TableRow &row : ReadTable("app/gaieditor.txt", 4)) {
+        Do(row.Text(0), row.Text(1));
+        EXPECT_EQ(row.Bytes(2), State()) << row.line;
+        EXPECT_EQ(row.Text(3), Shown()) << row.line;
+    }
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(GaiEditor, PansAndPlaysUntilOneFrameIsLeft)
+{
+    Do(u"cmdGAICR_Add"_s, Frames + u"=@\\big.png|@\\0.png|@\\1.png"_s);
+    QWidget *picture = Find("picGAICR_Picture");
+    QTest::mousePress(picture, Qt::LeftButton, {}, {200, 200});
+    EXPECT_EQ(Qt::BitmapCursor, picture->cursor().shape());
+    QTest::mouseMove(picture, {170, 195});
+    QTest::mouseRelease(picture, Qt::LeftButton);
+    EXPECT_EQ(QPoint(-30, -5), picture->pos());
+    const auto *slider = Find<QSlider>("sldGAICR_Slider");
+    auto *list = Find<ListBox>("lstGAICR_List");
+    auto *timer = Find<QTimer>("tmrGAICR_Anim");
+    Click("cmdGAICR_Play");
+    for (const int frame : {1, 2, 0, 1})
+        EXPECT_TRUE(QTest::qWaitFor([&] { return slider->value() == frame; }, 500)) << frame;
+    EXPECT_EQ(0, list->ListIndex());
+    for (const bool isPlaying : {true, false}) {
+        EXPECT_FALSE(slider->isEnabled());
+        QTest::sendKeyEvent(QTest::Click, list, Qt::Key_Delete, u"\x7f"_s, Qt::NoModifier);
+        EXPECT_EQ(isPlaying, timer->isActive());
+    }
+    timer->start(); // as if frames could go in another way
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !timer->isActive(); }));
+}
+
+TEST_F(GaiEditor, TakesFramesOfTheViewer)
+{
+    window->ShowPage(0);
+    FrameSet document;
+    for (; document.Count < 3; ++document.Count)
+        document.Pictures.push_back(FrameBufToDib(MakePicture(4 + document.Count, 3, 0x80FF0000)));
+    window->findChild<Display *>()->Open(u"C:\\a.pkg\\boom.hai"_s, [&] { return std::move(document); });
+    Find<QSlider>("sldFrame")->setValue(1);
+    Click("cmdCopyGAICR");
+    window->ShowPage(0);
+    List()->setFocus();
+    Key('b');
+    EXPECT_TRUE(Find("picPage(2)")->isVisible());
+    EXPECT_THAT(State(),
+                testing::EndsWith(" 0 0 5 3 0 0 50 >boom_001 boom_000 boom_001 boom_002 Кадры: 1 / 4 5 x 3"));
+}
+
+TEST_F(GaiEditor, SavesAndClosesWhateverIsPressedMeanwhile)
+{
+    Do(u"cmdGAICR_Add"_s, Frames + u"=@\\1.png|@\\2.png"_s);
+    Do(u"chkGAICR_Packed"_s);
+    Do(u"cmdGAICR_Compile"_s);
+    const auto *log = Find<QPlainTextEdit>("txtLog");
+    EXPECT_TRUE(log->isVisible() && log->toPlainText() == u"Количество ошибок: 0"_s);
+    std::string busy;
+    QTimer::singleShot(0, [&] {
+        busy = State();
+        for (const char *button : {"cmdGAICR_Clean", "cmdGAICR_Remove", "cmdClose"})
+            Click(button);
+    });
+    Do(u"cmdGAICR_SaveGAI"_s, u"GAI файлы (*.gai)|*.gai=@\\=@\\out.gai"_s);
+    EXPECT_EQ("- ---- -------- --------- -=--- - ---- - -=- -0 -0 -37 -23 -0 -0 -50 >1.png 2.png Кадры: 1 / "
+              "2 37 x 23 "
+              "Создание GI-фреймов: 1 / 2",
+              busy);
+    EXPECT_FALSE(log->isVisible());
+    const std::string file = folder.Get("out.gai");
+    GaiContents read;
+    EXPECT_EQ(2, ReadGaiProject(BytesOf(file), read));
+    EXPECT_EQ(66U + 32U, file.find("ZL01"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
+}
+
+} // namespace
+
+} // namespace wb
