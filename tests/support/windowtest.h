@@ -41,8 +41,8 @@ protected:
     void Key(Qt::Key key) const;
     void ClickRow(const QString &name) const; // of the folder list
     void ClickRow(ListBox *list, int row, bool twice = false) const;
-    // Drops files of the folder on the viewer's picture or elsewhere, as a program does that would rather move
-    // them.
+    // Drops files of the folder on the viewer's picture or elsewhere, as a program does that would rather
+    // move them.
     void Drop(std::initializer_list<const char *> names) const;
     void Drop(const QStringList &names, QWidget *target) const;
     QColor PixelAt(const char *widget, QPoint position) const;
