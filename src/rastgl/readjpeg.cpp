@@ -70,9 +70,11 @@ void ReadScans(JpegRead &read, Bytes file)
 
     jpeg_decompress_struct &info = read.info;
     jpeg_start_decompress(&info);
-    do
-        read.wholeBytes = file.size() - std::min<std::size_t>(file.size(), info.src->bytes_in_buffer);
-    while (info.input_scan_number <= MaxScans && jpeg_consume_input(&info) != JPEG_REACHED_EOI);
+    do {
+        // The marker behind a scan is taken with it.
+        const std::size_t ahead = info.src->bytes_in_buffer + (info.unread_marker != 0 ? 2 : 0);
+        read.wholeBytes = file.size() - std::min(file.size(), ahead);
+    } while (info.input_scan_number <= MaxScans && jpeg_consume_input(&info) != JPEG_REACHED_EOI);
 }
 
 void ReadRows(JpegRead &read)
