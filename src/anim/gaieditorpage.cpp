@@ -225,7 +225,7 @@ void GaiEditorPage::ConnectControls()
 }
 
 // Runs what yields to events after each of its items and shows how far it is; the page is disabled meanwhile.
-void GaiEditorPage::RunJob(UiTextIndex what, const std::function<void(const GaiProject::Step &)> &job)
+void GaiEditorPage::RunJob(UiTextIndex what, const std::function<void(const FrameStep &)> &job)
 {
     QWidget *focused = window()->focusWidget();
     job([this, what](std::int32_t done, std::int32_t all) {
@@ -259,20 +259,14 @@ void GaiEditorPage::Open()
     if (path.isEmpty())
         return;
     m_preview->StopPlaying();
-    bool isRead = false;
-    std::int32_t leftOut = 0;
-    RunJob(TextReadingFrames, [&](const GaiProject::Step &step) {
-        isRead = m_project.Open(path, [&](std::int32_t done, std::int32_t all) {
-            leftOut = all - done;
-            step(done, all);
-        });
-    });
+    std::optional<std::int32_t> leftOut;
+    RunJob(TextReadingFrames, [&](const FrameStep &step) { leftOut = m_project.Open(path, step); });
     chkGAICR_HaveBg->setChecked(m_project.Options().Background);
     m_settings.OpenDir = GetFolder(path);
-    if (!isRead)
+    if (!leftOut)
         ReportFileError(m_dialogs, FileError::AccessError);
-    else if (leftOut > 0)
-        m_dialogs.Information(tr("Памяти хватило не на все кадры. Не прочитано: %1").arg(leftOut),
+    else if (*leftOut > 0)
+        m_dialogs.Information(tr("Памяти хватило не на все кадры. Не прочитано: %1").arg(*leftOut),
                               UiText(TextInformation));
 }
 
@@ -294,13 +288,14 @@ bool GaiEditorPage::Save()
     const QString path = m_dialogs.SaveFile(GaiFilter(), ProposedPath());
     if (path.isEmpty())
         return false;
-    bool isWritten = false;
-    RunJob(TextCreatingGiFrames,
-           [&](const GaiProject::Step &step) { isWritten = m_project.Save(path, step); });
+    auto end = SaveEnd::Failed;
+    RunJob(TextCreatingGiFrames, [&](const FrameStep &step) { end = m_project.Save(path, step); });
     m_settings.OpenDir = GetFolder(path);
-    if (!isWritten)
+    if (end == SaveEnd::Failed)
         ReportFileError(m_dialogs, FileError::AccessError);
-    return isWritten;
+    else if (end == SaveEnd::TooLarge)
+        m_dialogs.Error(QStringLiteral("The file would be too large."), ErrorTitle);
+    return end == SaveEnd::Saved;
 }
 
 void GaiEditorPage::Clean()
@@ -336,7 +331,7 @@ bool GaiEditorPage::AddFiles(const QStringList &paths)
 {
     m_preview->StopPlaying();
     bool areAllAdded = true;
-    RunJob(TextAddingFrames, [&](const GaiProject::Step &step) {
+    RunJob(TextAddingFrames, [&](const FrameStep &step) {
         areAllAdded = m_project.AddFiles(paths, [&](std::int32_t done, std::int32_t all) {
             ShowList();
             step(done, all);

@@ -35,7 +35,7 @@ public:
 
     void Redraw() override;
     bool IsBusy() const override { return m_project.IsBusy(); }
-    void Abort() override { m_project.StopAdding(); }
+    void Abort() override { m_project.Stop(); }
     bool MayClose() override;
     void Release() override;
 
@@ -65,7 +65,7 @@ private:
     bool AddFiles(const QStringList &paths);
     void RemoveFrame();
 
-    void RunJob(UiTextIndex what, const std::function<void(const GaiProject::Step &)> &job);
+    void RunJob(UiTextIndex what, const std::function<void(const FrameStep &)> &job);
     QString ProposedPath() const;
     void ShowList();
     void ShowFrame();

@@ -4,13 +4,9 @@
 #include "common/files.h"
 #include "common/paths.h"
 #include "common/text.h"
-#include "gfx/graphicslibrary.h"
 #include "gfx/pixels.h"
-#include "gi/gidocument.h"
 #include "gi/giformat.h"
-#include "platform/nativepath.h"
-
-#include <QScopedValueRollback>
+#include "gi/picturefile.h"
 
 #include <algorithm>
 
@@ -28,7 +24,7 @@ constexpr std::int32_t FrameBuf::*FrameNumbers[] = {&FrameBuf::X, &FrameBuf::Y, 
 
 void GaiProject::Clean()
 {
-    if (m_isBusy)
+    if (IsBusy())
         return;
     m_list.Clear();
     m_box = NoBox;
@@ -36,18 +32,17 @@ void GaiProject::Clean()
     m_isModified = false;
 }
 
-bool GaiProject::Open(const QString &path, const Step &step)
+std::optional<std::int32_t> GaiProject::Open(const QString &path, const FrameStep &step)
 {
-    if (m_isBusy)
-        return false;
+    if (IsBusy())
+        return std::nullopt;
     m_fileName = GetFileName(path);
     ByteArray file;
     if (ReadFileBytes(path, file) == 0)
-        return false;
+        return std::nullopt;
     Clean();
-    const QScopedValueRollback busy(m_isBusy, true);
     GaiContents contents = {{}, m_box.StartX, m_box.StartY, m_box.Width, m_box.Height, m_options.Background};
-    ReadGaiProject(file, contents, step);
+    m_job.Run(step, [&](const GoOn &goOn) { ReadGaiProject(file, contents, goOn); });
     m_box = {contents.StartX, contents.StartY, contents.Width, contents.Height};
     m_options.Background = contents.Background == 1;
     for (FrameBuf &frame : contents.Frames) {
@@ -55,25 +50,28 @@ bool GaiProject::Open(const QString &path, const Step &step)
         m_list.Add(std::move(frame),
                    GetFileTitle(path) + u'_' + ZeroPad(m_list.Count(), 3) + QStringLiteral(".gi"));
     }
-    return true;
+    return contents.LeftOut;
 }
 
-bool GaiProject::Save(const QString &path, const Step &step)
+SaveEnd GaiProject::Save(const QString &path, const FrameStep &step)
 {
-    if (m_isBusy)
-        return false;
-    const QScopedValueRollback busy(m_isBusy, true);
+    if (IsBusy())
+        return SaveEnd::Failed;
     m_fileName = GetFileName(path);
-    const ByteArray file = WriteGai(m_box, m_list.Frames(), m_options, step); // empty when it gets too large
-    const bool isWritten = !file.empty() && WriteFileBytes(path, file);
-    if (isWritten)
-        m_isModified = false;
-    return isWritten;
+    ByteArray file;
+    if (!m_job.Run(step, [&](const GoOn &goOn) { file = WriteGai(m_box, m_list.Frames(), m_options, goOn); }))
+        return SaveEnd::Stopped;
+    if (file.empty())
+        return SaveEnd::TooLarge;
+    if (!WriteFileBytes(path, file))
+        return SaveEnd::Failed;
+    m_isModified = false;
+    return SaveEnd::Saved;
 }
 
 void GaiProject::SetOptions(const GaiWriting &options)
 {
-    if (m_isBusy)
+    if (IsBusy())
         return;
     // The others only say how the same animation is stored.
     if (options.Background != m_options.Background)
@@ -81,8 +79,10 @@ void GaiProject::SetOptions(const GaiWriting &options)
     m_options = options;
 }
 
-void GaiProject::Append(FrameBuf frame, const QString &name)
+bool GaiProject::Append(FrameBuf frame, const QString &name)
 {
+    if (!HoldsPicture(frame))
+        return false;
     const bool isFirst = m_list.IsEmpty();
     frame.Delay = Value(Delay);
     frame.GiType = frame.TransType = TransTypeOf(frame);
@@ -92,52 +92,49 @@ void GaiProject::Append(FrameBuf frame, const QString &name)
     }
     m_list.Add(std::move(frame), name);
     m_isModified = true;
+    return true;
+}
+
+FrameBuf GaiProject::AtStart(FrameBuf picture) const
+{
+    picture.X = m_box.StartX;
+    picture.Y = m_box.StartY;
+    return picture;
 }
 
 bool GaiProject::AddPicture(std::int32_t handle, const QString &name)
 {
-    FrameBuf frame = DibToFrameBuf(handle);
-    if (m_isBusy || !HoldsPicture(frame))
-        return false;
-    frame.X = m_box.StartX;
-    frame.Y = m_box.StartY;
-    Append(std::move(frame), name);
-    return true;
+    return !IsBusy() && Append(AtStart(DibToFrameBuf(handle)), name);
 }
 
 bool GaiProject::AddGi(FrameBuf picture, const QString &name)
 {
-    if (m_isBusy || !HoldsPicture(picture))
+    return !IsBusy() && Append(std::move(picture), name);
+}
+
+bool GaiProject::AddFiles(const QStringList &paths, const FrameStep &step)
+{
+    if (IsBusy())
         return false;
-    Append(std::move(picture), name);
-    return true;
-}
-
-bool GaiProject::AddFiles(const QStringList &paths, const Step &step)
-{
     bool areAllAdded = true;
-    m_isStopping = false;
-    for (qsizetype i = 0; i < paths.size() && !m_isBusy && !m_isStopping; ++i) {
-        const QString &path = paths[i];
-        if (!AddPng(path) && !AddGi(LoadGiFile(path), GetFileName(path)) && FileExists(path))
-            areAllAdded = false;
-        const QScopedValueRollback busy(m_isBusy, true);
-        step(std::int32_t(i + 1), std::int32_t(paths.size()));
-    }
+    m_job.Run(step, [&](const GoOn &goOn) {
+        std::int32_t done = 0;
+        for (const QString &path : paths) {
+            FrameBuf picture = ReadPngOrGi(path);
+            const bool isPlaced = !picture.Kind.empty(); // a GI
+            if (!Append(isPlaced ? std::move(picture) : AtStart(std::move(picture)), GetFileName(path)) &&
+                FileExists(path))
+                areAllAdded = false;
+            if (!goOn(++done, std::int32_t(paths.size())))
+                return;
+        }
+    });
     return areAllAdded;
-}
-
-bool GaiProject::AddPng(const QString &path)
-{
-    const std::int32_t handle = Graphics().VTGF_Read_PNG_File(ToNativePath(path).c_str());
-    const bool isAdded = AddPicture(handle, GetFileName(path));
-    Graphics().VTGF_DIB_Free(handle);
-    return isAdded;
 }
 
 void GaiProject::RemoveSelected()
 {
-    if (m_isBusy)
+    if (IsBusy())
         return;
     if (m_list.Count() == 1)
         m_lastFrame = {Value(X), Value(Y), Value(Delay)};
@@ -147,7 +144,7 @@ void GaiProject::RemoveSelected()
 
 void GaiProject::MoveSelected(std::int32_t distance)
 {
-    if (!m_isBusy && m_list.MoveSelected(distance))
+    if (!IsBusy() && m_list.MoveSelected(distance))
         m_isModified = true;
 }
 
@@ -162,7 +159,7 @@ std::int32_t GaiProject::Value(Field field) const
 void GaiProject::Change(Field field, std::int32_t value)
 {
     FrameBuf *frame = m_list.CurrentFrame();
-    if (m_isBusy || value == Value(field) || (field >= X && frame == nullptr))
+    if (IsBusy() || value == Value(field) || (field >= X && frame == nullptr))
         return;
     (field < X ? m_box.*BoxNumbers[field] : frame->*FrameNumbers[field - X]) = value;
     m_isModified = true;
@@ -187,7 +184,7 @@ void GaiProject::StepDown(Field field)
 
 void GaiProject::CopyToAll(Field field)
 {
-    if (m_isBusy || field < X)
+    if (IsBusy() || field < X)
         return;
     const std::int32_t value = Value(field);
     for (FrameBuf &frame : m_list.Frames()) {
@@ -210,7 +207,7 @@ bool GaiProject::CanChooseType(std::int32_t type) const
 
 void GaiProject::SetGiType(std::int32_t type)
 {
-    if (m_isBusy || !CanChooseType(type) || type == GiType())
+    if (IsBusy() || !CanChooseType(type) || type == GiType())
         return;
     m_list.CurrentFrame()->GiType = type;
     m_isModified = true;
@@ -218,7 +215,7 @@ void GaiProject::SetGiType(std::int32_t type)
 
 void GaiProject::CopyTypeToAll()
 {
-    if (m_isBusy)
+    if (IsBusy())
         return;
     const std::int32_t type = GiType();
     for (FrameBuf &frame : m_list.Frames())

@@ -1,6 +1,7 @@
 // What the GAI editor page works on: frames, the box they lie in, and how they are written.
 #pragma once
 
+#include "anim/framejob.h"
 #include "anim/framelist.h"
 #include "anim/gaiwriter.h"
 
@@ -8,7 +9,7 @@
 
 #include <array>
 #include <cstdint>
-#include <functional>
+#include <optional>
 
 namespace wb
 {
@@ -21,29 +22,31 @@ public:
     static constexpr int FieldCount = 7;
     static constexpr std::int32_t MaxValue = 99999;
 
-    // Hears the number of items done and of all. It may let events run: while it is called the project is
-    // busy, and whatever else would change it does nothing.
-    using Step = std::function<void(std::int32_t, std::int32_t)>;
-
     const FrameList &List() const { return m_list; }
     const GaiBox &Box() const { return m_box; }
     const QString &FileName() const { return m_fileName; } // of the GAI last opened or saved, without folder
-    bool IsBusy() const { return m_isBusy; }
+    bool IsBusy() const { return m_job.IsBusy(); }
+
+    // Ends the job that runs: Open and AddFiles keep what they have got, Save writes nothing.
+    void Stop() { m_job.Stop(); }
 
     // There are frames, and something has changed since they were opened or saved.
     bool HasUnsavedWork() const { return m_isModified && !m_list.IsEmpty(); }
 
     // --- Files
+    //
+    // While one of these, or AddFiles, calls its step the project is busy, and whatever else would change it
+    // does nothing.
 
     // Takes everything but the name and the options back to what it was at the start.
     void Clean();
 
-    // Replaces all by the animation; by nothing when the file is no GAI. False, with only the name taken
-    // over, when the file can't be read.
-    bool Open(const QString &path, const Step &step);
+    // Replaces all by the animation; by nothing when the file is no GAI. Gives the number of frames that
+    // memory did not suffice for; nothing, with only the name taken over, when the file can't be read.
+    std::optional<std::int32_t> Open(const QString &path, const FrameStep &step);
 
-    // The name is taken over also when the file can't be written, which gives False.
-    bool Save(const QString &path, const Step &step);
+    // The name is taken over whatever the end.
+    SaveEnd Save(const QString &path, const FrameStep &step);
 
     GaiErrors Check() const { return CheckGaiProject(m_box, m_list.Frames()); }
 
@@ -59,10 +62,7 @@ public:
     bool AddGi(FrameBuf picture, const QString &name);         // where it lies
 
     // Adds PNG and GI files under their names. False when a file that is there is neither.
-    bool AddFiles(const QStringList &paths, const Step &step);
-
-    // Lets AddFiles end after the file that it is at.
-    void StopAdding() { m_isStopping = true; }
+    bool AddFiles(const QStringList &paths, const FrameStep &step);
 
     void Select(std::int32_t line) { m_list.Select(line); }
     void SetCurrent(std::int32_t frame) { m_list.SetCurrent(frame); }
@@ -99,8 +99,8 @@ public:
 
 private:
     void Change(Field field, std::int32_t value);
-    void Append(FrameBuf frame, const QString &name);
-    bool AddPng(const QString &path);
+    bool Append(FrameBuf frame, const QString &name);
+    FrameBuf AtStart(FrameBuf picture) const;
 
     static constexpr GaiBox NoBox = {0, 0, 300, 300};
     static constexpr std::array<std::int32_t, 3> NoFrame = {0, 0, 50};
@@ -111,8 +111,7 @@ private:
     GaiWriting m_options;
     std::array<std::int32_t, 3> m_lastFrame = NoFrame; // X, Y and delay of the last frame there was
     bool m_isModified = false;
-    bool m_isBusy = false;
-    bool m_isStopping = false;
+    FrameJob m_job;
 };
 
 } // namespace wb

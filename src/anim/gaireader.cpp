@@ -169,8 +169,7 @@ FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const GaiViewing &view
     return document;
 }
 
-std::int32_t ReadGaiProject(ByteView file, GaiContents &contents,
-                            const std::function<void(std::int32_t, std::int32_t)> &afterFrame,
+std::int32_t ReadGaiProject(ByteView file, GaiContents &contents, const GoOn &afterFrame,
                             std::int64_t memoryLimit)
 {
     const std::optional<GaiHeader> header = ReadGaiHeader(file);
@@ -191,14 +190,18 @@ std::int32_t ReadGaiProject(ByteView file, GaiContents &contents,
     const std::int64_t boxBytes = PictureBytes(read.Width, read.Height);
     MemoryBudget budget(memoryLimit);
     FrameDrawer drawer(file, *header);
-    for (std::int32_t i = 0; boxBytes != 0 && i < header->FrameCount && budget.Take(boxBytes); ++i) {
+    for (std::int32_t i = 0; boxBytes != 0 && i < header->FrameCount; ++i) {
+        if (!budget.Take(boxBytes)) {
+            read.LeftOut = header->FrameCount - i;
+            break;
+        }
         const GaiFrame frame = ReadGaiFrame(file, *header, i);
         FrameBuf &picture = read.Frames.emplace_back();
         picture.Delay = frame.Delay;
         CoverBox(picture, header->Box, boxBytes);
         drawer.Draw(picture, frame);
-        if (afterFrame)
-            afterFrame(i + 1, header->FrameCount);
+        if (afterFrame && !afterFrame(i + 1, header->FrameCount))
+            break;
     }
     contents = std::move(read);
     return std::int32_t(contents.Frames.size());

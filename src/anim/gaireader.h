@@ -2,13 +2,13 @@
 // cannot hold is left out.
 #pragma once
 
+#include "anim/framejob.h"
 #include "common/progress.h"
 #include "gfx/framebuf.h"
 #include "gfx/frameset.h"
 #include "services/abortflag.h"
 
 #include <cstdint>
-#include <functional>
 #include <vector>
 
 namespace wb
@@ -35,14 +35,14 @@ struct GaiContents {
     std::int32_t Width = 0;
     std::int32_t Height = 0;
     std::int32_t Background = 0; // the flag as stored
+    std::int32_t LeftOut = 0;    // frames that memory does not suffice for
 };
 
 // Gives the number of frames, and replaces `contents`; 0 with `contents` unchanged when the bytes are no GAI.
 // A box without pixels, or with more than 268,435,456, holds no frames; a negative size reads as 0. Frames
-// beyond the limit of memory, which is as above, are left out. `afterFrame` is called with the number of
-// frames read and of all.
-std::int32_t ReadGaiProject(ByteView file, GaiContents &contents,
-                            const std::function<void(std::int32_t, std::int32_t)> &afterFrame = {},
+// beyond the limit of memory, which is as above, are left out, and so are those after which `afterFrame`,
+// called with the number of frames read and of all, gives false.
+std::int32_t ReadGaiProject(ByteView file, GaiContents &contents, const GoOn &afterFrame = {},
                             std::int64_t memoryLimit = 0);
 
 } // namespace wb

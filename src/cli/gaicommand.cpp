@@ -3,6 +3,7 @@
 #include "cli/pictureargument.h"
 #include "cli/terminalprogress.h"
 #include "common/files.h"
+#include "gi/picturefile.h"
 
 #include <QStringList>
 
@@ -66,7 +67,7 @@ bool ReadOptional(const QCommandLineParser &parser, const char *name,
 // Reads a frame with its place and type; gives what is wrong with it, if anything.
 QString ReadFrame(const GaiJob &job, const QString &source, FrameBuf &frame)
 {
-    frame = ReadPngOrGi(source);
+    frame = ReadPngOrGi(FromArgument(source));
     if (frame.Pixels.empty())
         return QStringLiteral("is no PNG or GI that can be read");
     if (job.at) {
@@ -145,6 +146,7 @@ int Write(const QCommandLineParser &parser, const GaiJob &job)
         return Fail(job.target, QStringLiteral("has frames that do not fit; --force writes it"));
     const ByteArray bytes = WriteGai(box, frames, job.writing, [&progress](std::int32_t done, std::int32_t) {
         progress.ShowWritten(done);
+        return true;
     });
     progress.Clear();
     if (bytes.empty())

@@ -13,12 +13,6 @@ inline constexpr int LargestPlace = 99999;
 
 inline constexpr int LastGiType = 4; // of those that can be written
 
-// The picture of a PNG, with its transparency class; an empty one when the file is none.
-FrameBuf ReadPng(const QString &argument);
-
-// The same for a PNG or a GI; a GI keeps its place.
-FrameBuf ReadPngOrGi(const QString &argument);
-
 // Why the picture can't be written as that type; empty when it can.
 QString TypeProblem(const FrameBuf &picture, int type);
 

@@ -1,5 +1,6 @@
 #include "anim/gaiproject.h"
 #include "common/bytes.h"
+#include "common/files.h"
 #include "gfx/graphicslibrary.h"
 #include "gfx/pixels.h"
 #include "support/samplefolder.h"
@@ -22,7 +23,7 @@ protected:
         placed.X = placed.Y = 6;
         folder.AddGi("at.gi", placed, 2, 1);
     }
-    bool Add(const QString &names, const GaiProject::Step &step)
+    bool Add(const QString &names, const FrameStep &step)
     {
         QStringList paths = names.split(u' ');
         for (QString &path : paths)
@@ -66,7 +67,7 @@ protected:
 
     SampleFolder folder;
     GaiProject project;
-    const GaiProject::Step quiet = [](int, int) {};
+    const FrameStep quiet = [](int, int) {};
 };
 
 TEST_F(GaiProjectTest, KeepsItsRules)
@@ -81,10 +82,11 @@ TEST_F(GaiProjectTest, OpensWhatItSaved)
 {
     Add(u"0.png 2.png at.gi"_s, quiet);
     project.SetOptions({true, true, false});
-    EXPECT_FALSE(project.Save(folder.Path(u"none\\a.gai"_s), quiet) || !project.HasUnsavedWork());
+    EXPECT_EQ(SaveEnd::Failed, project.Save(folder.Path(u"none\\a.gai"_s), quiet));
+    EXPECT_TRUE(project.HasUnsavedWork());
     QString steps, path = folder.Path(u"boom.gai"_s);
     const auto note = [&](int done, int all) { steps += u"%1/%2 "_s.arg(done).arg(all); };
-    EXPECT_TRUE(project.Save(path, note) && !project.HasUnsavedWork());
+    EXPECT_TRUE(project.Save(path, note) == SaveEnd::Saved && !project.HasUnsavedWork());
     EXPECT_EQ(TextOf(WriteGai(project.Box(), project.List().Frames(), {true, true})), folder.Get("boom.gai"));
     project.SetOptions({});
     EXPECT_TRUE(project.HasUnsavedWork() && project.Open(path, note));
@@ -112,16 +114,21 @@ TEST_F(GaiProjectTest, NothingElseChangesItDuringAJob)
              {"remove", "move 1", "set X 9", "copy X", "type 3", "copytype", "clean", "add 2.png"})
             Do(QLatin1String(what));
         EXPECT_FALSE(project.AddPicture(picture, {}) || project.AddGi(MakeSprite(1), {}));
-        EXPECT_FALSE(project.Open(folder.Path(u"out.gai"_s), {}) ||
-                     project.Save(folder.Path(u"b.gai"_s), {}));
+        EXPECT_FALSE(project.Open(folder.Path(u"out.gai"_s), {}));
+        EXPECT_EQ(SaveEnd::Failed, project.Save(folder.Path(u"out.gai"_s), {}));
         EXPECT_TRUE(project.IsBusy() && before == State());
-        project.StopAdding();
+        project.Stop();
     };
-    EXPECT_TRUE(project.Save(folder.Path(u"out.gai"_s), meddle));
+    const QString path = folder.Path(u"out.gai"_s);
+    EXPECT_EQ(SaveEnd::Stopped, project.Save(path, meddle));
+    EXPECT_TRUE(project.HasUnsavedWork() && !FileExists(path));
+    EXPECT_EQ(SaveEnd::Saved, project.Save(path, quiet));
     Add(u"2.png 0.png"_s, meddle);
     EXPECT_EQ(u"0.png 1.png 2.png"_s, project.List().Names().join(u' '));
     EXPECT_TRUE(project.AddPicture(picture, u"p"_s) && !project.AddPicture(0, {}) && !project.AddGi({}, {}));
     Graphics().VTGF_DIB_Free(picture);
+    project.Open(path, meddle);
+    EXPECT_EQ(u"out_000.gi"_s, project.List().Names().join(u' ')); // of two
 }
 
 } // namespace

@@ -44,7 +44,7 @@ void ExpectFrames(const ByteArray &file, const GiRect &box, const std::vector<Fr
     const auto count = std::int32_t(frames.size());
     std::int32_t told = 0;
     GaiContents read;
-    ReadGaiProject(file, read, [&](int done, int all) { EXPECT_TRUE(done == ++told && all == count); });
+    ReadGaiProject(file, read, [&](int done, int all) { return done == ++told && all == count; });
     EXPECT_EQ(told, count);
     FrameBuf canvas;
     NotedProgress bar;

@@ -145,7 +145,10 @@ TEST_F(GaiEditor, SavesAndClosesWhateverIsPressedMeanwhile)
         for (const char *button : {"cmdGAICR_Clean", "cmdGAICR_Remove", "cmdClose"})
             Click(button);
     });
-    Do(u"cmdGAICR_SaveGAI"_s, u"GAI файлы (*.gai)|*.gai=@\\=@\\out.gai"_s);
+    // Closing ends the saving, and asks.
+    Do(u"cmdGAICR_SaveGAI"_s, u"GAI файлы (*.gai)|*.gai=@\\=@\\out.gai&Файл out.gai был изменен. Сохранить "
+                              "изменения?=Вопрос=yes&GAI файлы (*.gai)|*.gai=@\\out.gai=@\\out.gai"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
     EXPECT_EQ("- ---- -------- --------- -=--- - ---- - -=- -0 -0 -37 -23 -0 -0 -50 >1.png 2.png Кадры: 1 / "
               "2 37 x 23 "
               "Создание GI-фреймов: 1 / 2",
@@ -154,7 +157,6 @@ TEST_F(GaiEditor, SavesAndClosesWhateverIsPressedMeanwhile)
     GaiContents read;
     EXPECT_EQ(2, ReadGaiProject(BytesOf(folder.Get("out.gai")), read));
     EXPECT_EQ(66U + 32U, folder.Get("out.gai").find("ZL01"));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
 }
 
 } // namespace
