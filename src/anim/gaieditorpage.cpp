@@ -2,14 +2,12 @@
 
 #include "anim/framelistpane.h"
 #include "anim/framepreview.h"
-#include "common/paths.h"
 #include "services/uitext.h"
 #include "widgets/dibimage.h"
 #include "widgets/numberfield.h"
 #include "widgets/optionframe.h"
 
 #include <QCheckBox>
-#include <QCoreApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -21,10 +19,8 @@ namespace wb
 namespace
 {
 
-constexpr int ListWidth = 208;
 constexpr int SideWidth = 256;
 constexpr int CaptionWidth = 68;
-constexpr int Gap = 12;
 
 QString GaiFilter()
 {
@@ -43,7 +39,7 @@ struct GaiEditorPage::Number {
 
 GaiEditorPage::GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &log, const frmRes &res,
                              QWidget *parent)
-    : Page(parent), m_settings(settings), m_dialogs(dialogs), m_log(log), m_res(res),
+    : FramePage(settings, dialogs, res, QStringLiteral("GAICR"), parent), m_log(log),
       m_list(new FrameListPane({QStringLiteral("lstGAICR_List"), QStringLiteral("cmdGAICR_Add"),
                                 QStringLiteral("cmdGAICR_Remove"), QStringLiteral("cmdGAICR_MoveFrame")},
                                res, this)),
@@ -52,7 +48,6 @@ GaiEditorPage::GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &lo
       cmdGAICR_Compile(NewButton("cmdGAICR_Compile", tr("Проверить"), tr("Найти ошибки в проекте"))),
       cmdGAICR_SaveGAI(
           NewButton("cmdGAICR_SaveGAI", tr("Сохранить GAI…"), tr("Проверить проект и записать файл GAI"))),
-      m_preview(new FramePreview(QStringLiteral("GAICR"), res, this)),
       m_options(new CompactFrame(tr("Атрибуты GAI"), this)),
       chkGAICR_HaveBg(NewOption("chkGAICR_HaveBg", tr("GAI файл требует фоновый GI-фрейм"),
                                 tr("Анимация рисуется поверх картинки с тем же именем"),
@@ -72,15 +67,7 @@ GaiEditorPage::GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &lo
     row->addWidget(MakeMiddle(), 1);
     row->addWidget(MakeSide());
     ConnectControls();
-    ShowList();
-}
-
-QPushButton *GaiEditorPage::NewButton(const char *name, const QString &caption, const QString &tip)
-{
-    auto *button = new QPushButton(caption, this);
-    button->setObjectName(QLatin1String(name));
-    button->setToolTip(tip);
-    return button;
+    ShowFrames();
 }
 
 QCheckBox *GaiEditorPage::NewOption(const char *name, const QString &caption, const QString &tip,
@@ -201,12 +188,15 @@ void GaiEditorPage::FillOptionFrame()
 
 void GaiEditorPage::ConnectControls()
 {
-    connect(m_list, &FrameListPane::AddWanted, this, &GaiEditorPage::AddFromDialog);
+    connect(m_list, &FrameListPane::AddWanted, this, [this] {
+        AddFrom(UiText(TextPngAndGiFiles) + QStringLiteral(" (*.png, *.gi)|*.png;*.gi"),
+                [this](const QStringList &paths) { AddFiles(paths); });
+    });
     connect(m_list, &FrameListPane::FilesDropped, this, &GaiEditorPage::AddDropped);
     connect(m_list, &FrameListPane::RemoveWanted, this, &GaiEditorPage::RemoveFrame);
     connect(m_list, &FrameListPane::MoveWanted, this, [this](int distance) {
         m_project.MoveSelected(distance);
-        ShowList();
+        ShowFrames();
     });
     connect(m_list, &FrameListPane::LineSelected, this, [this](int line) {
         m_project.Select(line);
@@ -224,50 +214,13 @@ void GaiEditorPage::ConnectControls()
     connect(cmdGAICR_GIType, &QPushButton::clicked, this, [this] { m_project.CopyTypeToAll(); });
 }
 
-// Runs what yields to events after each of its items and shows how far it is; the page is disabled meanwhile.
-void GaiEditorPage::RunJob(UiTextIndex what, const std::function<void(const FrameStep &)> &job)
-{
-    QWidget *focused = window()->focusWidget();
-    job([this, what](std::int32_t done, std::int32_t all) {
-        m_preview->ShowWork(UiText(what), done, all);
-        Refresh();
-        QCoreApplication::processEvents();
-    });
-    m_preview->ClearWork();
-    ShowList();
-    if (focused != nullptr && isAncestorOf(focused))
-        focused->setFocus();
-    Q_EMIT Idle();
-}
-
-QString GaiEditorPage::ProposedPath() const
-{
-    return PathIn(m_settings.OpenDir, m_project.FileName());
-}
-
-bool GaiEditorPage::MayClose()
-{
-    return !m_project.HasUnsavedWork() ||
-           AskToSave(m_dialogs, m_project.FileName(), [this] { return Save(); });
-}
-
 void GaiEditorPage::Open()
 {
-    if (!MayClose())
-        return;
-    const QString path = m_dialogs.OpenFile(GaiFilter(), ProposedPath());
-    if (path.isEmpty())
-        return;
-    m_preview->StopPlaying();
-    std::optional<std::int32_t> leftOut;
-    RunJob(TextReadingFrames, [&](const FrameStep &step) { leftOut = m_project.Open(path, step); });
-    chkGAICR_HaveBg->setChecked(m_project.Options().Background);
-    m_settings.OpenDir = GetFolder(path);
-    if (!leftOut)
-        ReportFileError(m_dialogs, FileError::AccessError);
-    else if (*leftOut > 0)
-        m_dialogs.Information(tr("Памяти хватило не на все кадры. Не прочитано: %1").arg(*leftOut),
-                              UiText(TextInformation));
+    OpenFrom(GaiFilter(), UiText(TextReadingFrames), [this](const QString &path, const FrameStep &step) {
+        const auto leftOut = m_project.Open(path, step);
+        chkGAICR_HaveBg->setChecked(m_project.Options().Background);
+        return leftOut;
+    });
 }
 
 bool GaiEditorPage::Check()
@@ -281,21 +234,13 @@ bool GaiEditorPage::Check()
 
 bool GaiEditorPage::Save()
 {
+    const Command command(*this);
     if (Check())
         m_log.Hide();
     else if (!m_dialogs.Warning(UiText(TextGaiHasErrors), UiText(TextErrors)))
         return false;
-    const QString path = m_dialogs.SaveFile(GaiFilter(), ProposedPath());
-    if (path.isEmpty())
-        return false;
-    auto end = SaveEnd::Failed;
-    RunJob(TextCreatingGiFrames, [&](const FrameStep &step) { end = m_project.Save(path, step); });
-    m_settings.OpenDir = GetFolder(path);
-    if (end == SaveEnd::Failed)
-        ReportFileError(m_dialogs, FileError::AccessError);
-    else if (end == SaveEnd::TooLarge)
-        m_dialogs.Error(QStringLiteral("The file would be too large."), ErrorTitle);
-    return end == SaveEnd::Saved;
+    return SaveTo(GaiFilter(), UiText(TextCreatingGiFrames),
+                  [this](const QString &path, const FrameStep &step) { return m_project.Save(path, step); });
 }
 
 void GaiEditorPage::Clean()
@@ -308,21 +253,12 @@ void GaiEditorPage::Release()
 {
     m_preview->StopPlaying();
     m_project.Clean();
-    ShowList();
-}
-
-void GaiEditorPage::AddFromDialog()
-{
-    const QStringList paths = m_dialogs.OpenFiles(
-        UiText(TextPngAndGiFiles) + QStringLiteral(" (*.png, *.gi)|*.png;*.gi"), m_settings.OpenDir);
-    if (paths.isEmpty())
-        return;
-    AddFiles(paths);
-    m_settings.OpenDir = GetFolder(paths.front());
+    ShowFrames();
 }
 
 void GaiEditorPage::AddDropped(const QStringList &paths)
 {
+    const Command command(*this);
     if (!AddFiles(paths))
         m_dialogs.Information(UiText(TextSomeNotAdded), UiText(TextInformation));
 }
@@ -331,23 +267,15 @@ bool GaiEditorPage::AddFiles(const QStringList &paths)
 {
     m_preview->StopPlaying();
     bool areAllAdded = true;
-    RunJob(TextAddingFrames, [&](const FrameStep &step) {
-        areAllAdded = m_project.AddFiles(paths, [&](std::int32_t done, std::int32_t all) {
-            ShowList();
-            step(done, all);
-        });
-    });
+    RunJob(UiText(TextAddingFrames),
+           [&](const FrameStep &step) { areAllAdded = m_project.AddFiles(paths, step); });
     return areAllAdded;
 }
 
 void GaiEditorPage::TakeFrames(std::span<const std::int32_t> handles, const QStringList &names)
 {
-    const auto count = qsizetype(handles.size());
-    for (qsizetype i = 0; i < count && m_project.AddPicture(handles[std::size_t(i)], names[i]); ++i)
-        if (count > 1)
-            m_preview->ShowWork(UiText(TextAddingFrames), int(i + 1), int(count));
-    m_preview->ClearWork();
-    ShowList();
+    TakeCopies(handles, names, UiText(TextAddingFrames),
+               [this](FrameBuf frame, const QString &name) { m_project.AddPicture(std::move(frame), name); });
 }
 
 void GaiEditorPage::RemoveFrame()
@@ -355,16 +283,10 @@ void GaiEditorPage::RemoveFrame()
     if (m_project.List().Count() <= 2)
         m_preview->StopPlaying();
     m_project.RemoveSelected();
-    ShowList();
+    ShowFrames();
 }
 
-void GaiEditorPage::Redraw()
-{
-    m_preview->SetBackColour(m_settings.BackColor1);
-    ShowFrame();
-}
-
-void GaiEditorPage::ShowList()
+void GaiEditorPage::ShowFrames()
 {
     m_list->ShowFrames(m_project.List());
     ShowFrame();

@@ -1,51 +1,46 @@
 // The "GAI Editor" page: makes an animation of frames, or changes one.
 #pragma once
 
+#include "anim/framepage.h"
 #include "anim/gaiproject.h"
-#include "services/dialogs.h"
 #include "services/logwindow.h"
-#include "services/settings.h"
-#include "widgets/frmres.h"
-#include "widgets/page.h"
 
 #include <array>
-#include <functional>
 #include <initializer_list>
 #include <span>
 
 class QCheckBox;
 class QGridLayout;
-class QPushButton;
 
 namespace wb
 {
 
 class FrameListPane;
-class FramePreview;
 class NumberField;
 class OptionFrame;
-enum UiTextIndex : int;
 
-class GaiEditorPage : public Page
+class GaiEditorPage : public FramePage
 {
     Q_OBJECT
 
 public:
     GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &log, const frmRes &res, QWidget *parent);
 
-    void Redraw() override;
-    bool IsBusy() const override { return m_project.IsBusy(); }
     void Abort() override { m_project.Stop(); }
-    bool MayClose() override;
     void Release() override;
 
-    // Adds copies of pictures, each under its name. No event runs meanwhile.
+    // Adds copies of pictures, each under its name, when no command runs.
     void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
+
+protected:
+    bool HasUnsavedWork() const override { return m_project.HasUnsavedWork(); }
+    QString FileName() const override { return m_project.FileName(); }
+    bool Save() override;
+    void ShowFrames() override;
 
 private:
     struct Number;
 
-    QPushButton *NewButton(const char *name, const QString &caption, const QString &tip);
     QCheckBox *NewOption(const char *name, const QString &caption, const QString &tip,
                          bool GaiWriting::*option);
     QWidget *MakeMiddle();
@@ -57,24 +52,16 @@ private:
     void ConnectControls();
 
     void Open();
-    bool Save();
     bool Check();
     void Clean();
-    void AddFromDialog();
     void AddDropped(const QStringList &paths);
     bool AddFiles(const QStringList &paths);
     void RemoveFrame();
 
-    void RunJob(UiTextIndex what, const std::function<void(const FrameStep &)> &job);
-    QString ProposedPath() const;
-    void ShowList();
     void ShowFrame();
     void Refresh();
 
-    Settings &m_settings;
-    Dialogs &m_dialogs;
     LogWindow &m_log;
-    const frmRes &m_res;
     GaiProject m_project;
 
     FrameListPane *m_list;
@@ -82,7 +69,6 @@ private:
     QPushButton *cmdGAICR_Clean;
     QPushButton *cmdGAICR_Compile;
     QPushButton *cmdGAICR_SaveGAI;
-    FramePreview *m_preview;
     QWidget *m_options;
     QCheckBox *chkGAICR_HaveBg;
     QCheckBox *chkGAICR_Packed;

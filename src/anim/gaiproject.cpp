@@ -20,6 +20,16 @@ constexpr std::int32_t GaiBox::*BoxNumbers[] = {&GaiBox::StartX, &GaiBox::StartY
                                                 &GaiBox::Height};
 constexpr std::int32_t FrameBuf::*FrameNumbers[] = {&FrameBuf::X, &FrameBuf::Y, &FrameBuf::Delay};
 
+// So that a frame that was read can be written as the type it has, a type for transparent pictures makes an
+// opaque one count as transparent. One that can't be written at all becomes what an added picture gets.
+void ClassifyRead(FrameBuf &frame)
+{
+    const std::int32_t transType = TransTypeOf(frame);
+    frame.TransType = frame.GiType == 0 ? transType : std::max(transType, 1);
+    if (!GiTypeAllowed(frame.GiType, frame.TransType))
+        frame.GiType = frame.TransType = transType;
+}
+
 } // namespace
 
 void GaiProject::Clean()
@@ -46,7 +56,7 @@ std::optional<std::int32_t> GaiProject::Open(const QString &path, const FrameSte
     m_box = {contents.StartX, contents.StartY, contents.Width, contents.Height};
     m_options.Background = contents.Background == 1;
     for (FrameBuf &frame : contents.Frames) {
-        frame.TransType = TransTypeOf(frame);
+        ClassifyRead(frame);
         m_list.Add(std::move(frame),
                    GetFileTitle(path) + u'_' + ZeroPad(m_list.Count(), 3) + QStringLiteral(".gi"));
     }
@@ -102,9 +112,9 @@ FrameBuf GaiProject::AtStart(FrameBuf picture) const
     return picture;
 }
 
-bool GaiProject::AddPicture(std::int32_t handle, const QString &name)
+bool GaiProject::AddPicture(FrameBuf picture, const QString &name)
 {
-    return !IsBusy() && Append(AtStart(DibToFrameBuf(handle)), name);
+    return !IsBusy() && Append(AtStart(std::move(picture)), name);
 }
 
 bool GaiProject::AddGi(FrameBuf picture, const QString &name)
@@ -167,7 +177,7 @@ void GaiProject::Change(Field field, std::int32_t value)
 
 void GaiProject::SetValue(Field field, std::int64_t value)
 {
-    Change(field, std::int32_t(std::clamp<std::int64_t>(value, 0, MaxValue)));
+    Change(field, std::int32_t(std::clamp<std::int64_t>(value, Value(field) < 0 ? -MaxValue : 0, MaxValue)));
 }
 
 void GaiProject::StepUp(Field field)

@@ -41,7 +41,9 @@ public:
     // Takes everything but the name and the options back to what it was at the start.
     void Clean();
 
-    // Replaces all by the animation; by nothing when the file is no GAI. Gives the number of frames that
+    // Replaces all by the animation; by nothing when the file is no GAI. Every frame can be saved again: as
+    // the type it has, also an opaque one of the types 1 to 4, or, of a type above 4, as the one that its
+    // transparency gives an added picture. Gives the number of frames that
     // memory did not suffice for; nothing, with only the name taken over, when the file can't be read.
     std::optional<std::int32_t> Open(const QString &path, const FrameStep &step);
 
@@ -58,8 +60,8 @@ public:
     // A frame that is added gets a type by its transparency, and the delay shown. The first one gives the box
     // its size. False when there is no picture.
 
-    bool AddPicture(std::int32_t handle, const QString &name); // at the start of the box
-    bool AddGi(FrameBuf picture, const QString &name);         // where it lies
+    bool AddPicture(FrameBuf picture, const QString &name); // at the start of the box
+    bool AddGi(FrameBuf picture, const QString &name);      // where it lies
 
     // Adds PNG and GI files under their names. False when a file that is there is neither.
     bool AddFiles(const QStringList &paths, const FrameStep &step);
@@ -71,10 +73,13 @@ public:
 
     // --- Numbers
     //
-    // Without frames those of a frame are what the next one is shown with, and nothing changes them.
+    // Without frames those of a frame are what the next one is shown with, and nothing changes them. Only an
+    // opened animation has negative ones.
 
     std::int32_t Value(Field field) const;
-    void SetValue(Field field, std::int64_t value); // brought between 0 and MaxValue
+
+    // What is beyond 0 and MaxValue is brought inside; a negative number may become any down to -MaxValue.
+    void SetValue(Field field, std::int64_t value);
 
     // Add or subtract 1, unless the number has reached the end of its range.
     void StepUp(Field field);

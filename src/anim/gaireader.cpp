@@ -72,11 +72,11 @@ class MemoryBudget
 public:
     explicit MemoryBudget(std::int64_t limit) : m_left(limit != 0 ? limit : HalfOfFreeMemory()) {}
 
-    bool Holds(std::int64_t bytes) const { return bytes <= m_left; }
-    bool Take(std::int64_t bytes)
+    bool HoldsFrame(std::int64_t pixelBytes) const { return pixelBytes + FrameCost <= m_left; }
+    bool TakeFrame(std::int64_t pixelBytes)
     {
-        const bool holds = Holds(bytes);
-        m_left -= holds ? bytes : 0;
+        const bool holds = HoldsFrame(pixelBytes);
+        m_left -= holds ? pixelBytes + FrameCost : 0;
         return holds;
     }
 
@@ -128,8 +128,14 @@ FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const GaiViewing &view
     const std::optional<GaiHeader> header = ReadGaiHeader(file);
     const std::int64_t boxBytes = header ? PictureBytes(header->Box.Width(), header->Box.Height()) : 0;
     MemoryBudget budget(viewing.MemoryLimit);
-    if (boxBytes == 0 || !budget.Holds(boxBytes))
+    if (boxBytes == 0)
         return {};
+    FrameSet document;
+    const std::int32_t count = header->FrameCount;
+    if (!budget.HoldsFrame(boxBytes)) {
+        document.LeftOut = count;
+        return document;
+    }
 
     const bool overBackground = ServesAsBackground(canvas, *header);
     if (!overBackground)
@@ -137,24 +143,27 @@ FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const GaiViewing &view
     const bool drawnAlone =
         !overBackground && (header->Background == 0 || (header->Background == 1 && !viewing.AltMethod));
 
-    const std::int32_t count = header->FrameCount;
     if (count == 0)
-        return {};
+        return document;
     ShowProgress(&Progress::ProgressStart, viewing, count - 1, 0, count);
-    FrameSet document;
     document.Pictures.resize(std::size_t(count));
     document.FrameTypes.resize(std::size_t(count));
     FrameDrawer drawer(file, *header);
     for (std::int32_t i = 0; i < count; ++i) {
-        const bool isAborted = viewing.Abort != nullptr && viewing.Abort->IsSet();
-        if (isAborted || !budget.Take(std::int64_t(canvas.Pixels.size())))
+        if (viewing.Abort != nullptr && viewing.Abort->IsSet())
             break;
+        if (!budget.TakeFrame(std::int64_t(canvas.Pixels.size()))) {
+            document.LeftOut = count - i;
+            break;
+        }
         if (drawnAlone && i > 0)
             Clear(canvas);
         drawer.Draw(canvas, ReadGaiFrame(file, *header, i));
         const std::int32_t picture = FrameBufToDib(canvas);
-        if (picture == 0) // no memory after all
+        if (picture == 0) { // no memory after all
+            document.LeftOut = count - i;
             break;
+        }
         document.Pictures[std::size_t(i)] = picture;
         document.FrameTypes[std::size_t(i)] = canvas.GiType;
         document.Count = i + 1;
@@ -191,7 +200,7 @@ std::int32_t ReadGaiProject(ByteView file, GaiContents &contents, const GoOn &af
     MemoryBudget budget(memoryLimit);
     FrameDrawer drawer(file, *header);
     for (std::int32_t i = 0; boxBytes != 0 && i < header->FrameCount; ++i) {
-        if (!budget.Take(boxBytes)) {
+        if (!budget.TakeFrame(boxBytes)) {
             read.LeftOut = header->FrameCount - i;
             break;
         }

@@ -14,11 +14,14 @@
 namespace wb
 {
 
+// What a frame takes besides its pixels, in bytes: its record, its name, and its lines in lists.
+inline constexpr std::int64_t FrameCost = 512;
+
 struct GaiViewing {
     bool AltMethod = false;       // frames that want a background pile up where none is given
     Progress *Bar = nullptr;      // shows the frames read, when there are several
     AbortFlag *Abort = nullptr;   // asked before each frame; cleared at the end
-    std::int64_t MemoryLimit = 0; // bytes of all pictures together; 0: half of the machine's free memory
+    std::int64_t MemoryLimit = 0; // bytes of all frames together; 0: half of the machine's free memory
 };
 
 // Opens an animation for viewing: each frame is drawn onto `canvas` and becomes a picture of it. `canvas` is

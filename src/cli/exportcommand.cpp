@@ -82,7 +82,7 @@ int WriteAll(const QCommandLineParser &parser, const ExportJob &job, const Frame
     bar.ProgressClear();
     if (result.End == ExportEnd::Failed)
         return Fail(TargetOf(job, result.Written, document.Count), QStringLiteral("can't be written"));
-    if (document.Count < std::ssize(document.Pictures))
+    if (document.LeftOut > 0)
         return Fail(job.source,
                     QStringLiteral("has more frames than memory holds; %1 are written").arg(document.Count));
     return Done;

@@ -170,6 +170,7 @@ void Display::ShowDocument()
     picPicture->ResetPlace();
     m_shown = true;
     DrawCurrentFrame();
+    TellLeftOut(m_dialogs, m_document.LeftOut);
     SetBusy(false);
     if (m_settings.AutoPlayAnim && m_document.Mode == DocumentMode::Pictures)
         cmdPlay->click();

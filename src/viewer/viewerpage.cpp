@@ -182,7 +182,8 @@ void ViewerPage::OpenWaiting()
 void ViewerPage::FileSelected(const QString &path)
 {
     m_waiting = {};
-    if (path != m_display->DocumentPath() && path != Archive().Path())
+    const bool isShown = path == m_display->DocumentPath() && !m_display->IsCutShort();
+    if (!isShown && path != Archive().Path())
         OpenInViewer(path);
 }
 
@@ -214,7 +215,7 @@ const OpenArchive &ViewerPage::Archive() const
 bool ViewerPage::IsShown(const PkgEntry &entry) const
 {
     return entry.FullPath() == m_display->DocumentPath() && entry.Offset == m_documentOffset &&
-           Archive().Handle() == m_documentArchive.lock();
+           Archive().Handle() == m_documentArchive.lock() && !m_display->IsCutShort();
 }
 
 void ViewerPage::EntrySelected(const PkgEntry &entry)

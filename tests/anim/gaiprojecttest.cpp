@@ -1,7 +1,6 @@
 #include "anim/gaiproject.h"
 #include "common/bytes.h"
 #include "common/files.h"
-#include "gfx/graphicslibrary.h"
 #include "gfx/pixels.h"
 #include "support/samplefolder.h"
 #include "support/table.h"
@@ -104,10 +103,33 @@ TEST_F(GaiProjectTest, OpensWhatItSaved)
     EXPECT_EQ(u"-1 0 0 0 300 300 |"_s, State());
 }
 
+// A type for transparent pictures holds opaque ones too; types above 4 can't be written.
+TEST_F(GaiProjectTest, SavesEveryFrameThatItOpened)
+{
+    std::vector<FrameBuf> frames(5, MakeSprite(0));
+    for (int type = 0; type <= 4; type++)
+        frames[type].X = -5, frames[type].GiType = type, frames[type].TransType = type > 0;
+    ByteArray file = WriteGai({-5, 0, 37, 23}, frames, {});
+    const QString path = folder.Path(u"a.gai"_s);
+    const auto saved = [&] {
+        folder.Put("a.gai", TextOf(file));
+        EXPECT_TRUE(project.Open(path, quiet) == 0 && project.Save(path, quiet) == SaveEnd::Saved);
+        return folder.Get("a.gai");
+    };
+    EXPECT_TRUE(TextOf(file) == saved());
+    PutLong(file, GetLong(file, 48) + 40, 6);
+    EXPECT_NE(0, GetLong(BytesOf(saved()), 52)); // there are bytes
+    EXPECT_TRUE(project.GiType() < 5 && project.Check().Count == 0);
+    Do(u"set StartX -17"_s);
+    EXPECT_EQ(-17, project.Box().StartX);
+    Do(u"set StartX -100000"_s);
+    EXPECT_EQ(-99999, project.Box().StartX);
+}
+
 TEST_F(GaiProjectTest, NothingElseChangesItDuringAJob)
 {
     EXPECT_TRUE(Add(u"0.png missing.png"_s, quiet) && !Add(u"noise.gi 1.png"_s, quiet));
-    const std::int32_t picture = FrameBufToDib(MakeSprite(1));
+    const FrameBuf picture = MakeSprite(1);
     const auto meddle = [&](int, int) {
         const QString before = State();
         for (const char *what :
@@ -125,8 +147,7 @@ TEST_F(GaiProjectTest, NothingElseChangesItDuringAJob)
     EXPECT_EQ(SaveEnd::Saved, project.Save(path, quiet));
     Add(u"2.png 0.png"_s, meddle);
     EXPECT_EQ(u"0.png 1.png 2.png"_s, project.List().Names().join(u' '));
-    EXPECT_TRUE(project.AddPicture(picture, u"p"_s) && !project.AddPicture(0, {}) && !project.AddGi({}, {}));
-    Graphics().VTGF_DIB_Free(picture);
+    EXPECT_TRUE(project.AddPicture(picture, u"p"_s) && !project.AddPicture({}, {}) && !project.AddGi({}, {}));
     project.Open(path, meddle);
     EXPECT_EQ(u"out_000.gi"_s, project.List().Names().join(u' ')); // of two
 }

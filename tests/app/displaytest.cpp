@@ -59,6 +59,19 @@ protected:
     Display display{settings, dialogs, strip, abort, res, nullptr};
 };
 
+TEST_F(DisplayTest, TellsOfFramesThatMemoryDidNotHold)
+{
+    dialogs.answers.push_back({QStringLiteral("Памяти хватило не на все кадры. Не прочитано: 2"),
+                               QStringLiteral("Информация"), QString()});
+    dialogs.behindBox = [this] { EXPECT_TRUE(display.IsBusy()); };
+    display.Open(QStringLiteral("C:\\a.gai"), [] {
+        FrameSet document = ThreeFrames();
+        document.LeftOut = 2;
+        return document;
+    });
+    EXPECT_TRUE(display.IsCutShort() && !display.IsBusy());
+}
+
 TEST_F(DisplayTest, TheSliderStepsThroughTheFrames)
 {
     auto *slider = Find<QSlider>("sldFrame");

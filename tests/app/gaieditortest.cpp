@@ -1,4 +1,5 @@
 #include "anim/gaireader.h"
+#include "anim/gaiwriter.h"
 #include "gfx/pixels.h"
 #include "support/table.h"
 #include "support/windowtest.h"
@@ -130,6 +131,52 @@ TEST_F(GaiEditor, TakesFramesOfTheViewer)
     EXPECT_TRUE(Find("picPage(2)")->isVisible());
     EXPECT_THAT(State(),
                 testing::EndsWith(" 0 0 5 3 0 0 50 >boom_001 boom_000 boom_001 boom_002 Кадры: 1 / 4 5 x 3"));
+    QTimer::singleShot(0, [&] { // while it saves
+        window->ShowPage(0);
+        Click("cmdCopyGAICR");
+        EXPECT_THAT(State(), testing::EndsWith("Создание GI-фреймов: 1 / 4"));
+    });
+    Do(u"cmdGAICR_SaveGAI"_s, u"GAI проект содержит ошибки. Продолжить?=Ошибки=yes&GAI файлы "
+                              "(*.gai)|*.gai==@\\out.gai"_s);
+    EXPECT_THAT(State(), testing::EndsWith(" boom_002 boom_001 Кадры: 1 / 5 5 x 3"));
+}
+
+TEST_F(GaiEditor, ReadsManyFramesAndEditsNegativeNumbers)
+{
+    FrameBuf frame = MakePicture(1, 1, 0);
+    frame.TransType = 1;
+    folder.Put("many.gai", TextOf(WriteGai({-12, 0, 1, 1}, std::vector(5000, frame), {})));
+    int turns = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] { ++turns; });
+    timer.start(0);
+    Do(u"cmdGAICR_OpenGAI"_s, u"GAI файлы (*.gai)|*.gai==@\\many.gai"_s);
+    EXPECT_TRUE(turns > 1 && turns < 500) << turns;
+    EXPECT_EQ(u"Кадры: 1 / 5000"_s, Text("lblGAICR_Frames"));
+    auto *box = Find<QLineEdit>("txtGAICR_StartX");
+    box->setCursorPosition(3);
+    for (const auto &[keys, text] : {std::pair("\b", "-1"), {"7", "-17"}, {"-", "-17"}, {"000", "-17000"}}) {
+        QTest::keyClicks(box, QLatin1String(keys));
+        EXPECT_EQ(QLatin1String(text), box->text());
+    }
+    Click("cmdGAICR_StartX(0)");
+    EXPECT_EQ(u"-16999"_s, box->text());
+    Do(u"txtGAICR_StartX 5"_s); // in place of all
+    EXPECT_EQ(u"5"_s, box->text());
+}
+
+TEST_F(GaiEditor, AsksAboutClosingAfterItsOwnBoxes)
+{
+    Do(u"drop 1.png"_s);
+    QTimer::singleShot(0, [&] { QTimer::singleShot(0, [&] { Click("cmdClose"); }); });
+    dialogs.behindBox = [&] {
+        QTest::qWait(20);
+        EXPECT_EQ(1U, dialogs.answers.size());
+    };
+    Do(u"drop noise.gi 2.png"_s, u"Некоторые файлы не были добавлены, т.к. они не принадлежат к формату PNG "
+                                 "или GI.=Информация=&Новый файл был изменен. Сохранить "
+                                 "изменения?=Вопрос=no"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
 }
 
 TEST_F(GaiEditor, SavesAndClosesWhateverIsPressedMeanwhile)
