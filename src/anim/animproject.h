@@ -52,8 +52,8 @@ public:
 
     // --- Frames
 
-    // What drawing the frames one onto another does not give: pixels that the picture before shows, and that
-    // become transparent, fully or in part.
+    // What drawing the frames one onto another does not give: pixels that changed and are transparent, fully
+    // or in part, where the picture before is not empty. What was there shows through them.
     struct Unshown {
         std::int64_t Pixels = 0; // in all frames
         std::int32_t Frames = 0; // that have such pixels
