@@ -1,6 +1,10 @@
 // The job that a list of frames is in while it is read, written or added to.
 #pragma once
 
+#include "common/bytearray.h"
+
+#include <QStringList>
+
 #include <cstdint>
 #include <functional>
 
@@ -28,6 +32,14 @@ public:
     // Runs `work`, which calls what it is given after each item; each is told to `step`. Not while another
     // runs. False when the job was stopped.
     bool Run(const FrameStep &step, const std::function<void(const GoOn &)> &work);
+
+    // Writes the file that `make` gives; one without bytes would be too large. Not while a job runs.
+    SaveEnd Save(const QString &path, const FrameStep &step,
+                 const std::function<ByteArray(const GoOn &)> &make);
+
+    // Runs `add` for each file. False when it refused one that is there, or when a job runs already.
+    bool AddFiles(const QStringList &paths, const FrameStep &step,
+                  const std::function<bool(const QString &)> &add);
 
 private:
     bool m_isBusy = false;

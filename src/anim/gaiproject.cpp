@@ -39,7 +39,6 @@ void GaiProject::Clean()
     m_list.Clear();
     m_box = NoBox;
     m_lastFrame = NoFrame;
-    m_isModified = false;
 }
 
 std::optional<std::int32_t> GaiProject::Open(const QString &path, const FrameStep &step)
@@ -60,6 +59,7 @@ std::optional<std::int32_t> GaiProject::Open(const QString &path, const FrameSte
         m_list.Add(std::move(frame),
                    GetFileTitle(path) + u'_' + ZeroPad(m_list.Count(), 3) + QStringLiteral(".gi"));
     }
+    m_list.SetModified(false);
     return contents.LeftOut;
 }
 
@@ -68,15 +68,11 @@ SaveEnd GaiProject::Save(const QString &path, const FrameStep &step)
     if (IsBusy())
         return SaveEnd::Failed;
     m_fileName = GetFileName(path);
-    ByteArray file;
-    if (!m_job.Run(step, [&](const GoOn &goOn) { file = WriteGai(m_box, m_list.Frames(), m_options, goOn); }))
-        return SaveEnd::Stopped;
-    if (file.empty())
-        return SaveEnd::TooLarge;
-    if (!WriteFileBytes(path, file))
-        return SaveEnd::Failed;
-    m_isModified = false;
-    return SaveEnd::Saved;
+    const SaveEnd end = m_job.Save(
+        path, step, [&](const GoOn &goOn) { return WriteGai(m_box, m_list.Frames(), m_options, goOn); });
+    if (end == SaveEnd::Saved)
+        m_list.SetModified(false);
+    return end;
 }
 
 void GaiProject::SetOptions(const GaiWriting &options)
@@ -85,7 +81,7 @@ void GaiProject::SetOptions(const GaiWriting &options)
         return;
     // The others only say how the same animation is stored.
     if (options.Background != m_options.Background)
-        m_isModified = true;
+        m_list.SetModified(true);
     m_options = options;
 }
 
@@ -101,7 +97,6 @@ bool GaiProject::Append(FrameBuf frame, const QString &name)
         m_box.Height = frame.Height;
     }
     m_list.Add(std::move(frame), name);
-    m_isModified = true;
     return true;
 }
 
@@ -124,22 +119,11 @@ bool GaiProject::AddGi(FrameBuf picture, const QString &name)
 
 bool GaiProject::AddFiles(const QStringList &paths, const FrameStep &step)
 {
-    if (IsBusy())
-        return false;
-    bool areAllAdded = true;
-    m_job.Run(step, [&](const GoOn &goOn) {
-        std::int32_t done = 0;
-        for (const QString &path : paths) {
-            FrameBuf picture = ReadPngOrGi(path);
-            const bool isPlaced = !picture.Kind.empty(); // a GI
-            if (!Append(isPlaced ? std::move(picture) : AtStart(std::move(picture)), GetFileName(path)) &&
-                FileExists(path))
-                areAllAdded = false;
-            if (!goOn(++done, std::int32_t(paths.size())))
-                return;
-        }
+    return m_job.AddFiles(paths, step, [&](const QString &path) {
+        FrameBuf picture = ReadPngOrGi(path);
+        const bool isPlaced = !picture.Kind.empty(); // a GI
+        return Append(isPlaced ? std::move(picture) : AtStart(std::move(picture)), GetFileName(path));
     });
-    return areAllAdded;
 }
 
 void GaiProject::RemoveSelected()
@@ -148,14 +132,13 @@ void GaiProject::RemoveSelected()
         return;
     if (m_list.Count() == 1)
         m_lastFrame = {Value(X), Value(Y), Value(Delay)};
-    if (m_list.RemoveSelected())
-        m_isModified = true;
+    m_list.RemoveSelected();
 }
 
 void GaiProject::MoveSelected(std::int32_t distance)
 {
-    if (!IsBusy() && m_list.MoveSelected(distance))
-        m_isModified = true;
+    if (!IsBusy())
+        m_list.MoveSelected(distance);
 }
 
 std::int32_t GaiProject::Value(Field field) const
@@ -172,7 +155,7 @@ void GaiProject::Change(Field field, std::int32_t value)
     if (IsBusy() || value == Value(field) || (field >= X && frame == nullptr))
         return;
     (field < X ? m_box.*BoxNumbers[field] : frame->*FrameNumbers[field - X]) = value;
-    m_isModified = true;
+    m_list.SetModified(true);
 }
 
 void GaiProject::SetValue(Field field, std::int64_t value)
@@ -198,7 +181,8 @@ void GaiProject::CopyToAll(Field field)
         return;
     const std::int32_t value = Value(field);
     for (FrameBuf &frame : m_list.Frames()) {
-        m_isModified |= frame.*FrameNumbers[field - X] != value;
+        if (frame.*FrameNumbers[field - X] != value)
+            m_list.SetModified(true);
         frame.*FrameNumbers[field - X] = value;
     }
 }
@@ -220,7 +204,7 @@ void GaiProject::SetGiType(std::int32_t type)
     if (IsBusy() || !CanChooseType(type) || type == GiType())
         return;
     m_list.CurrentFrame()->GiType = type;
-    m_isModified = true;
+    m_list.SetModified(true);
 }
 
 void GaiProject::CopyTypeToAll()
@@ -231,7 +215,7 @@ void GaiProject::CopyTypeToAll()
     for (FrameBuf &frame : m_list.Frames())
         if (frame.GiType != type && GiTypeAllowed(type, frame.TransType)) {
             frame.GiType = type;
-            m_isModified = true;
+            m_list.SetModified(true);
         }
 }
 

@@ -31,7 +31,7 @@ public:
     void Stop() { m_job.Stop(); }
 
     // There are frames, and something has changed since they were opened or saved.
-    bool HasUnsavedWork() const { return m_isModified && !m_list.IsEmpty(); }
+    bool HasUnsavedWork() const { return m_list.HasUnsavedWork(); }
 
     // --- Files
     //
@@ -115,7 +115,6 @@ private:
     GaiBox m_box = NoBox;
     GaiWriting m_options;
     std::array<std::int32_t, 3> m_lastFrame = NoFrame; // X, Y and delay of the last frame there was
-    bool m_isModified = false;
     FrameJob m_job;
 };
 

@@ -6,8 +6,6 @@
 #include "common/bytes.h"
 #include "gfx/pixels.h"
 #include "gi/gidecoder.h"
-#include "platform/memorystatus.h"
-#include "services/uitext.h"
 
 #include <algorithm>
 #include <cstring>
@@ -66,31 +64,6 @@ private:
     ExpandAhead m_packed;
 };
 
-// The memory that the frames of a document may still take.
-class MemoryBudget
-{
-public:
-    explicit MemoryBudget(std::int64_t limit) : m_left(limit != 0 ? limit : HalfOfFreeMemory()) {}
-
-    bool HoldsFrame(std::int64_t pixelBytes) const { return pixelBytes + FrameCost <= m_left; }
-    bool TakeFrame(std::int64_t pixelBytes)
-    {
-        const bool holds = HoldsFrame(pixelBytes);
-        m_left -= holds ? pixelBytes + FrameCost : 0;
-        return holds;
-    }
-
-private:
-    // One picture of the largest size where the machine does not tell.
-    static std::int64_t HalfOfFreeMemory()
-    {
-        const MemoryStatus memory = QueryMemoryStatus();
-        return memory.TotalBytes != 0 ? memory.AvailableBytes / 2 : MaxPicturePixels * 4;
-    }
-
-    std::int64_t m_left;
-};
-
 void Clear(FrameBuf &canvas)
 {
     std::memset(canvas.Pixels.data(), 0, canvas.Pixels.size());
@@ -113,26 +86,18 @@ bool ServesAsBackground(const FrameBuf &canvas, const GaiHeader &header)
            canvas.Height >= header.Box.Height();
 }
 
-void ShowProgress(void (Progress::*show)(std::int32_t, const QString &), const GaiViewing &viewing,
-                  std::int32_t value, std::int32_t framesRead, std::int32_t count)
-{
-    if (viewing.Bar != nullptr && count > 1)
-        (viewing.Bar->*show)(value, UiText(TextReadingFrames) + QString::number(framesRead) +
-                                        QStringLiteral(" / ") + QString::number(count));
-}
-
 } // namespace
 
-FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const GaiViewing &viewing)
+FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const AnimViewing &viewing)
 {
     const std::optional<GaiHeader> header = ReadGaiHeader(file);
     const std::int64_t boxBytes = header ? PictureBytes(header->Box.Width(), header->Box.Height()) : 0;
     MemoryBudget budget(viewing.MemoryLimit);
     if (boxBytes == 0)
         return {};
-    FrameSet document;
     const std::int32_t count = header->FrameCount;
-    if (!budget.HoldsFrame(boxBytes)) {
+    if (!budget.Holds(FrameCost + boxBytes)) {
+        FrameSet document;
         document.LeftOut = count;
         return document;
     }
@@ -144,38 +109,19 @@ FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const GaiViewing &view
         !overBackground && (header->Background == 0 || (header->Background == 1 && !viewing.AltMethod));
 
     if (count == 0)
-        return document;
-    ShowProgress(&Progress::ProgressStart, viewing, count - 1, 0, count);
-    document.Pictures.resize(std::size_t(count));
-    document.FrameTypes.resize(std::size_t(count));
+        return {};
     FrameDrawer drawer(file, *header);
-    for (std::int32_t i = 0; i < count; ++i) {
-        if (viewing.Abort != nullptr && viewing.Abort->IsSet())
-            break;
-        if (!budget.TakeFrame(std::int64_t(canvas.Pixels.size()))) {
-            document.LeftOut = count - i;
-            break;
-        }
+    return ReadFrames("GAI", count, viewing, [&](FrameSet &document, std::int32_t i) {
+        if (!budget.Take(FrameCost + std::int64_t(canvas.Pixels.size())))
+            return false;
         if (drawnAlone && i > 0)
             Clear(canvas);
         drawer.Draw(canvas, ReadGaiFrame(file, *header, i));
-        const std::int32_t picture = FrameBufToDib(canvas);
-        if (picture == 0) { // no memory after all
-            document.LeftOut = count - i;
-            break;
-        }
-        document.Pictures[std::size_t(i)] = picture;
-        document.FrameTypes[std::size_t(i)] = canvas.GiType;
-        document.Count = i + 1;
-        ShowProgress(&Progress::ProgressStep, viewing, i, i + 1, count);
-    }
-    document.Kind = "GAI";
-    document.InfoText = std::to_string(canvas.GiType);
-    if (viewing.Abort != nullptr)
-        viewing.Abort->Clear();
-    if (viewing.Bar != nullptr && count > 1)
-        viewing.Bar->ProgressClear();
-    return document;
+        document.Pictures[std::size_t(i)] = FrameBufToDib(canvas);
+        document.FrameTypes.push_back(canvas.GiType);
+        document.InfoText = std::to_string(canvas.GiType);
+        return document.Pictures[std::size_t(i)] != 0; // no memory after all
+    });
 }
 
 std::int32_t ReadGaiProject(ByteView file, GaiContents &contents, const GoOn &afterFrame,
@@ -200,7 +146,7 @@ std::int32_t ReadGaiProject(ByteView file, GaiContents &contents, const GoOn &af
     MemoryBudget budget(memoryLimit);
     FrameDrawer drawer(file, *header);
     for (std::int32_t i = 0; boxBytes != 0 && i < header->FrameCount; ++i) {
-        if (!budget.TakeFrame(boxBytes)) {
+        if (!budget.Take(FrameCost + boxBytes)) {
             read.LeftOut = header->FrameCount - i;
             break;
         }

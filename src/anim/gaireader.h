@@ -2,11 +2,11 @@
 // cannot hold is left out.
 #pragma once
 
+#include "anim/animviewing.h"
 #include "anim/framejob.h"
-#include "common/progress.h"
+#include "common/bytearray.h"
 #include "gfx/framebuf.h"
 #include "gfx/frameset.h"
-#include "services/abortflag.h"
 
 #include <cstdint>
 #include <vector>
@@ -14,21 +14,11 @@
 namespace wb
 {
 
-// What a frame takes besides its pixels, in bytes: its record, its name, and its lines in lists.
-inline constexpr std::int64_t FrameCost = 512;
-
-struct GaiViewing {
-    bool AltMethod = false;       // frames that want a background pile up where none is given
-    Progress *Bar = nullptr;      // shows the frames read, when there are several
-    AbortFlag *Abort = nullptr;   // asked before each frame; cleared at the end
-    std::int64_t MemoryLimit = 0; // bytes of all frames together; 0: half of the machine's free memory
-};
-
 // Opens an animation for viewing: each frame is drawn onto `canvas` and becomes a picture of it. `canvas` is
 // empty or holds the background picture, and holds the last frame afterwards. When reading is aborted, or
 // reaches the limit of memory, the document has the frames read so far. Bytes that are no GAI, a GAI without
 // frames and one whose box has no pixels, or more than 268,435,456, give an empty document.
-FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const GaiViewing &viewing);
+FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const AnimViewing &viewing);
 
 // An animation as it is edited: every frame covers the whole box.
 struct GaiContents {

@@ -27,4 +27,13 @@ FrameBuf ReadPngOrGi(const QString &path)
     return picture;
 }
 
+bool WritePng(const QString &path, const FrameBuf &picture)
+{
+    const std::string native = ToNativePath(path);
+    const std::int32_t handle = FrameBufToDib(picture);
+    const bool isWritten = !native.empty() && Graphics().VTGF_Write_PNG_File(native.c_str(), handle) != 0;
+    Graphics().VTGF_DIB_Free(handle);
+    return isWritten;
+}
+
 } // namespace wb

@@ -14,4 +14,7 @@ FrameBuf ReadPng(const QString &path);
 // The same for a PNG or a GI; a GI keeps its place, and its Kind tells that it is one.
 FrameBuf ReadPngOrGi(const QString &path);
 
+// Writes a 32-bit picture as a PNG, replacing what is there only when the new file is complete.
+bool WritePng(const QString &path, const FrameBuf &picture);
+
 } // namespace wb
