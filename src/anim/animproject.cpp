@@ -71,14 +71,16 @@ bool AnimProject::Append(FrameBuf picture, const QString &name)
     return true;
 }
 
-bool AnimProject::AddPicture(std::int32_t handle, const QString &name)
-{
-    return AddFrame(DibToFrameBuf(handle), name);
-}
-
 bool AnimProject::AddFrame(FrameBuf picture, const QString &name)
 {
     return MayChange() && Append(std::move(picture), name);
+}
+
+void AnimProject::AddFrames(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step)
+{
+    if (MayChange())
+        m_job.AddFrames(std::move(pictures), names, step,
+                        [this](FrameBuf picture, const QString &name) { Append(std::move(picture), name); });
 }
 
 bool AnimProject::AddFiles(const QStringList &paths, const FrameStep &step)

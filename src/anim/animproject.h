@@ -19,8 +19,8 @@ class AnimProject
 public:
     const FrameList &List() const { return m_list; } // the pictures
 
-    // While AddFiles, Build or WritePngs calls its step the project is busy, and whatever else would change
-    // it does nothing.
+    // While AddFrames, AddFiles, Build or WritePngs calls its step the project is busy, and whatever else
+    // would change it does nothing.
     bool IsBusy() const { return m_job.IsBusy(); }
 
     // Ends the job that runs: pictures added and files written stay, frames built do not.
@@ -39,8 +39,8 @@ public:
     // --- Pictures. While the frames are shown nothing changes them.
 
     // False when there is no picture, or one of another size than the first.
-    bool AddPicture(std::int32_t handle, const QString &name);
     bool AddFrame(FrameBuf picture, const QString &name);
+    void AddFrames(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step);
 
     // Adds PNG files under their names. False when a file that is there is none, or of another size.
     bool AddFiles(const QStringList &paths, const FrameStep &step);

@@ -4,6 +4,8 @@
 
 #include <QScopedValueRollback>
 
+#include <utility>
+
 namespace wb
 {
 
@@ -27,6 +29,21 @@ SaveEnd FrameJob::Save(const QString &path, const FrameStep &step,
     if (file.empty())
         return SaveEnd::TooLarge;
     return WriteFileBytes(path, file) ? SaveEnd::Saved : SaveEnd::Failed;
+}
+
+void FrameJob::AddFrames(std::vector<FrameBuf> frames, const QStringList &names, const FrameStep &step,
+                         const std::function<void(FrameBuf, const QString &)> &add)
+{
+    if (IsBusy())
+        return;
+    Run(step, [&](const GoOn &goOn) {
+        const auto count = std::int32_t(frames.size());
+        for (std::int32_t i = 0; i < count; ++i) {
+            add(std::move(frames[std::size_t(i)]), names[i]);
+            if (!goOn(i + 1, count))
+                return;
+        }
+    });
 }
 
 bool FrameJob::AddFiles(const QStringList &paths, const FrameStep &step,

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "common/bytearray.h"
+#include "gfx/framebuf.h"
 
 #include <QStringList>
 
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 namespace wb
 {
@@ -36,6 +38,10 @@ public:
     // Writes the file that `make` gives; one without bytes would be too large. Not while a job runs.
     SaveEnd Save(const QString &path, const FrameStep &step,
                  const std::function<ByteArray(const GoOn &)> &make);
+
+    // Hands each frame over to `add`, with its name. Not while a job runs.
+    void AddFrames(std::vector<FrameBuf> frames, const QStringList &names, const FrameStep &step,
+                   const std::function<void(FrameBuf, const QString &)> &add);
 
     // Runs `add` for each file. False when it refused one that is there, or when a job runs already.
     bool AddFiles(const QStringList &paths, const FrameStep &step,

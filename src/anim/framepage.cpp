@@ -1,12 +1,13 @@
 #include "anim/framepage.h"
 
-#include "anim/framepreview.h"
 #include "common/paths.h"
 #include "gfx/pixels.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QHBoxLayout>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <utility>
@@ -47,11 +48,34 @@ private:
 
 } // namespace
 
-FramePage::FramePage(Settings &settings, Dialogs &dialogs, const frmRes &res, const QString &tag,
-                     QWidget *parent)
-    : Page(parent), m_settings(settings), m_dialogs(dialogs), m_res(res),
-      m_preview(new FramePreview(tag, res, this))
+FramePage::FramePage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent)
+    : Page(parent), m_settings(settings), m_dialogs(dialogs), m_res(res)
 {
+}
+
+FramePage::Columns FramePage::LayOut(FrameListPane *list, std::initializer_list<QPushButton *> left,
+                                     std::initializer_list<QPushButton *> right, const QString &tag)
+{
+    m_preview = new FramePreview(tag, m_res, this);
+    auto *all = new QHBoxLayout(this);
+    all->setContentsMargins(Gap, Gap, Gap, 10);
+    all->setSpacing(Gap);
+    list->setFixedWidth(ListWidth);
+    all->addWidget(list);
+    auto *middle = new QVBoxLayout;
+    middle->setSpacing(8);
+    all->addLayout(middle, 1);
+    auto *buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
+    middle->addLayout(buttons);
+    middle->addWidget(m_preview, 1);
+    for (QPushButton *button : left)
+        buttons->addWidget(button);
+    buttons->addStretch(1);
+    for (QPushButton *button : right)
+        buttons->addWidget(button);
+    std::rbegin(right)[0]->setProperty("primary", true);
+    return {all, middle};
 }
 
 void FramePage::Redraw()
@@ -70,9 +94,9 @@ QPushButton *FramePage::NewButton(const char *name, const QString &caption, cons
 
 void FramePage::EndCommand()
 {
-    if (m_commands == 1)
-        for (const auto &action : std::exchange(m_waiting, {}))
-            action();
+    while (m_commands == 1 && !m_waiting.empty())
+        for (const auto &take : std::exchange(m_waiting, {}))
+            take();
     --m_commands;
     if (m_commands == 0)
         Q_EMIT Idle();
@@ -152,27 +176,18 @@ void FramePage::RunJob(const QString &what, const std::function<void(const Frame
         focused->setFocus();
 }
 
-void FramePage::TakeCopies(std::span<const std::int32_t> handles, const QStringList &names,
-                           const QString &what, const Add &add)
+void FramePage::TakeCopies(std::span<const std::int32_t> handles, const QString &what, const Add &add)
 {
     std::vector<FrameBuf> frames;
     for (const std::int32_t handle : handles)
         frames.push_back(DibToFrameBuf(handle));
-    TakeCopies(std::move(frames), names, what, add);
+    TakeCopies(std::move(frames), what, add);
 }
 
-void FramePage::TakeCopies(std::vector<FrameBuf> frames, const QStringList &names, const QString &what,
-                           const Add &add)
+void FramePage::TakeCopies(std::vector<FrameBuf> frames, const QString &what, const Add &add)
 {
-    auto take = [this, frames = std::move(frames), names, what, add]() mutable {
-        const auto count = int(frames.size());
-        for (int i = 0; i < count; ++i) {
-            add(std::move(frames[std::size_t(i)]), names[i]);
-            if (count > 1)
-                m_preview->ShowWork(what, i + 1, count);
-        }
-        m_preview->ClearWork();
-        ShowFrames();
+    auto take = [this, frames = std::move(frames), what, add]() mutable {
+        RunJob(what, [&](const FrameStep &step) { add(std::move(frames), step); });
     };
     if (IsBusy())
         m_waiting.emplace_back(std::move(take));

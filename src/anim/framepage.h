@@ -3,6 +3,8 @@
 #pragma once
 
 #include "anim/framejob.h"
+#include "anim/framelistpane.h"
+#include "anim/framepreview.h"
 #include "gfx/framebuf.h"
 #include "services/dialogs.h"
 #include "services/settings.h"
@@ -13,16 +15,17 @@
 
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <optional>
 #include <span>
 #include <vector>
 
+class QHBoxLayout;
 class QPushButton;
+class QVBoxLayout;
 
 namespace wb
 {
-
-class FramePreview;
 
 class FramePage : public Page
 {
@@ -39,8 +42,26 @@ protected:
     static constexpr int Gap = 12;
     static constexpr int ListWidth = 208;
 
-    // `tag` is part of the names of the page's controls, as in FramePreview.
-    FramePage(Settings &settings, Dialogs &dialogs, const frmRes &res, const QString &tag, QWidget *parent);
+    FramePage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent);
+
+    // --- Controls
+
+    QPushButton *NewButton(const char *name, const QString &caption, const QString &tip);
+
+    struct Columns {
+        QHBoxLayout *All;
+        QVBoxLayout *Middle;
+    };
+
+    // Puts a list to the left, and the preview, which is made, below a row of buttons. Those on the right of
+    // the row take the work elsewhere, the last one as it is mostly done. `tag` is part of the names of the
+    // preview's controls. What stands below the preview and right of it is added afterwards.
+    Columns LayOut(FrameListPane *list, std::initializer_list<QPushButton *> left,
+                   std::initializer_list<QPushButton *> right, const QString &tag);
+
+    // Lets the list and the preview move through the frames of a project, remove and move them.
+    template <typename Project>
+    void Connect(FrameListPane *list, Project &project);
 
     // A command of the page, as long as it lives.
     class Command
@@ -61,8 +82,9 @@ protected:
     virtual QString FileName() const = 0; // without folder; empty before there is one
     virtual bool Save() = 0;              // asks for a file; false when nothing was saved
 
-    // Shows the frames, and what can be done with them.
+    // Shows the frames; the current one only, and what can be done with it.
     virtual void ShowFrames() = 0;
+    virtual void ShowFrame() = 0;
 
     // --- Commands. Each lets the user choose files, runs a job on them, and tells what went wrong.
 
@@ -81,20 +103,15 @@ protected:
 
     // --- Frames from elsewhere
 
-    // Copies pictures at once, and gives each with its name to `add`: now, or when the command that runs has
-    // ended.
-    using Add = std::function<void(FrameBuf frame, const QString &name)>;
-    void TakeCopies(std::span<const std::int32_t> handles, const QStringList &names, const QString &what,
-                    const Add &add);
-    void TakeCopies(std::vector<FrameBuf> frames, const QStringList &names, const QString &what,
-                    const Add &add);
-
-    QPushButton *NewButton(const char *name, const QString &caption, const QString &tip);
+    // Copies pictures at once. Adding them is a job that runs now, or when the command that runs has ended.
+    using Add = std::function<void(std::vector<FrameBuf> frames, const FrameStep &step)>;
+    void TakeCopies(std::span<const std::int32_t> handles, const QString &what, const Add &add);
+    void TakeCopies(std::vector<FrameBuf> frames, const QString &what, const Add &add);
 
     Settings &m_settings;
     Dialogs &m_dialogs;
     const frmRes &m_res;
-    FramePreview *m_preview;
+    FramePreview *m_preview = nullptr; // from LayOut on
 
 private:
     void EndCommand();
@@ -103,5 +120,26 @@ private:
     int m_commands = 0;                           // that run, one inside another
     std::vector<std::function<void()>> m_waiting; // for their end
 };
+
+template <typename Project>
+void FramePage::Connect(FrameListPane *list, Project &project)
+{
+    connect(list, &FrameListPane::RemoveWanted, this, [this, &project] {
+        project.RemoveSelected();
+        ShowFrames();
+    });
+    connect(list, &FrameListPane::MoveWanted, this, [this, &project](int distance) {
+        project.MoveSelected(distance);
+        ShowFrames();
+    });
+    connect(list, &FrameListPane::LineSelected, this, [this, &project](int line) {
+        project.Select(line);
+        ShowFrame();
+    });
+    connect(m_preview, &FramePreview::FrameWanted, this, [this, &project](int frame) {
+        project.SetCurrent(frame);
+        ShowFrame();
+    });
+}
 
 } // namespace wb

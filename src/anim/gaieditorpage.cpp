@@ -1,7 +1,5 @@
 #include "anim/gaieditorpage.h"
 
-#include "anim/framelistpane.h"
-#include "anim/framepreview.h"
 #include "services/uitext.h"
 #include "widgets/dibimage.h"
 #include "widgets/numberfield.h"
@@ -39,7 +37,7 @@ struct GaiEditorPage::Number {
 
 GaiEditorPage::GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &log, const frmRes &res,
                              QWidget *parent)
-    : FramePage(settings, dialogs, res, QStringLiteral("GAICR"), parent), m_log(log),
+    : FramePage(settings, dialogs, res, parent), m_log(log),
       m_list(new FrameListPane({QStringLiteral("lstGAICR_List"), QStringLiteral("cmdGAICR_Add"),
                                 QStringLiteral("cmdGAICR_Remove"), QStringLiteral("cmdGAICR_MoveFrame")},
                                res, this)),
@@ -47,25 +45,12 @@ GaiEditorPage::GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &lo
       cmdGAICR_Clean(NewButton("cmdGAICR_Clean", tr("Очистить"), tr("Убрать все кадры и начать заново"))),
       cmdGAICR_Compile(NewButton("cmdGAICR_Compile", tr("Проверить"), tr("Найти ошибки в проекте"))),
       cmdGAICR_SaveGAI(
-          NewButton("cmdGAICR_SaveGAI", tr("Сохранить GAI…"), tr("Проверить проект и записать файл GAI"))),
-      m_options(new CompactFrame(tr("Атрибуты GAI"), this)),
-      chkGAICR_HaveBg(NewOption("chkGAICR_HaveBg", tr("GAI файл требует фоновый GI-фрейм"),
-                                tr("Анимация рисуется поверх картинки с тем же именем"),
-                                &GaiWriting::Background)),
-      chkGAICR_Packed(NewOption("chkGAICR_Packed", tr("Сжимать GI-фреймы"), tr("Файл займёт меньше места"),
-                                &GaiWriting::Packed)),
-      chkGAICR_CropNull(NewOption("chkGAICR_CropNull", tr("Подрезать прозрачные пикселы по краям GI-фреймов"),
-                                  tr("Кроме кадров типа 4"), &GaiWriting::Crop)),
-      m_side(new QWidget(this))
+          NewButton("cmdGAICR_SaveGAI", tr("Сохранить GAI…"), tr("Проверить проект и записать файл GAI")))
 {
-    FillOptionFrame();
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(Gap, Gap, Gap, 10);
-    row->setSpacing(Gap);
-    m_list->setFixedWidth(ListWidth);
-    row->addWidget(m_list);
-    row->addWidget(MakeMiddle(), 1);
-    row->addWidget(MakeSide());
+    const Columns columns = LayOut(m_list, {cmdGAICR_OpenGAI, cmdGAICR_Clean},
+                                   {cmdGAICR_Compile, cmdGAICR_SaveGAI}, QStringLiteral("GAICR"));
+    columns.Middle->addWidget(MakeOptions());
+    columns.All->addWidget(MakeSide());
     ConnectControls();
     ShowFrames();
 }
@@ -73,7 +58,7 @@ GaiEditorPage::GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &lo
 QCheckBox *GaiEditorPage::NewOption(const char *name, const QString &caption, const QString &tip,
                                     bool GaiWriting::*option)
 {
-    auto *box = new QCheckBox(caption, this);
+    auto *box = new QCheckBox(caption, m_options);
     box->setObjectName(QLatin1String(name));
     box->setToolTip(tip);
     connect(box, &QCheckBox::toggled, this, [this, option](bool isOn) {
@@ -84,29 +69,28 @@ QCheckBox *GaiEditorPage::NewOption(const char *name, const QString &caption, co
     return box;
 }
 
-QWidget *GaiEditorPage::MakeMiddle()
+QWidget *GaiEditorPage::MakeOptions()
 {
-    auto *middle = new QWidget(this);
-    auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(8);
-    buttons->addWidget(cmdGAICR_OpenGAI);
-    buttons->addWidget(cmdGAICR_Clean);
-    buttons->addStretch(1);
-    buttons->addWidget(cmdGAICR_Compile);
-    buttons->addWidget(cmdGAICR_SaveGAI);
-    cmdGAICR_SaveGAI->setProperty("primary", true);
-    auto *column = new QVBoxLayout(middle);
+    m_options = new CompactFrame(tr("Атрибуты GAI"), this);
+    chkGAICR_HaveBg =
+        NewOption("chkGAICR_HaveBg", tr("GAI файл требует фоновый GI-фрейм"),
+                  tr("Анимация рисуется поверх картинки с тем же именем"), &GaiWriting::Background);
+    chkGAICR_Packed = NewOption("chkGAICR_Packed", tr("Сжимать GI-фреймы"), tr("Файл займёт меньше места"),
+                                &GaiWriting::Packed);
+    chkGAICR_CropNull = NewOption("chkGAICR_CropNull", tr("Подрезать прозрачные пикселы по краям GI-фреймов"),
+                                  tr("Кроме кадров типа 4"), &GaiWriting::Crop);
+    auto *column = new QVBoxLayout(m_options);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(8);
-    column->addLayout(buttons);
-    column->addWidget(m_preview, 1);
-    column->addWidget(m_options);
-    return middle;
+    column->setSpacing(0);
+    for (QCheckBox *option : {chkGAICR_HaveBg, chkGAICR_Packed, chkGAICR_CropNull})
+        column->addWidget(option);
+    return m_options;
 }
 
 QWidget *GaiEditorPage::MakeSide()
 {
     const auto copyTip = [](const QString &what) { return tr("Дать %1 этого кадра всем кадрам").arg(what); };
+    m_side = new QWidget(this);
     m_side->setFixedWidth(SideWidth);
     auto *column = new QVBoxLayout(m_side);
     column->setContentsMargins(0, 0, 0, 0);
@@ -177,15 +161,6 @@ QWidget *GaiEditorPage::MakeTypeFrame()
     return optGAICR_GIType;
 }
 
-void GaiEditorPage::FillOptionFrame()
-{
-    auto *column = new QVBoxLayout(m_options);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    for (QCheckBox *option : {chkGAICR_HaveBg, chkGAICR_Packed, chkGAICR_CropNull})
-        column->addWidget(option);
-}
-
 void GaiEditorPage::ConnectControls()
 {
     connect(m_list, &FrameListPane::AddWanted, this, [this] {
@@ -193,19 +168,7 @@ void GaiEditorPage::ConnectControls()
                 [this](const QStringList &paths) { AddFiles(paths); });
     });
     connect(m_list, &FrameListPane::FilesDropped, this, &GaiEditorPage::AddDropped);
-    connect(m_list, &FrameListPane::RemoveWanted, this, &GaiEditorPage::RemoveFrame);
-    connect(m_list, &FrameListPane::MoveWanted, this, [this](int distance) {
-        m_project.MoveSelected(distance);
-        ShowFrames();
-    });
-    connect(m_list, &FrameListPane::LineSelected, this, [this](int line) {
-        m_project.Select(line);
-        ShowFrame();
-    });
-    connect(m_preview, &FramePreview::FrameWanted, this, [this](int frame) {
-        m_project.SetCurrent(frame);
-        ShowFrame();
-    });
+    Connect(m_list, m_project);
     connect(cmdGAICR_OpenGAI, &QPushButton::clicked, this, &GaiEditorPage::Open);
     connect(cmdGAICR_Clean, &QPushButton::clicked, this, &GaiEditorPage::Clean);
     connect(cmdGAICR_Compile, &QPushButton::clicked, this, &GaiEditorPage::Check);
@@ -251,7 +214,6 @@ void GaiEditorPage::Clean()
 
 void GaiEditorPage::Release()
 {
-    m_preview->StopPlaying();
     m_project.Clean();
     ShowFrames();
 }
@@ -274,16 +236,21 @@ bool GaiEditorPage::AddFiles(const QStringList &paths)
 
 void GaiEditorPage::TakeFrames(std::span<const std::int32_t> handles, const QStringList &names)
 {
-    TakeCopies(handles, names, UiText(TextAddingFrames),
-               [this](FrameBuf frame, const QString &name) { m_project.AddPicture(std::move(frame), name); });
+    TakeCopies(handles, UiText(TextAddingFrames),
+               [this, names](std::vector<FrameBuf> frames, const FrameStep &step) {
+                   m_project.AddPictures(std::move(frames), names, step);
+               });
 }
 
-void GaiEditorPage::RemoveFrame()
+void GaiEditorPage::TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names)
 {
-    if (m_project.List().Count() <= 2)
-        m_preview->StopPlaying();
-    m_project.RemoveSelected();
-    ShowFrames();
+    TakeCopies({frames.begin(), frames.end()}, UiText(TextAddingFrames),
+               [this, names](std::vector<FrameBuf> copies, const FrameStep &step) {
+                   m_project.SetValue(GaiProject::Width, copies.front().Width);
+                   m_project.SetValue(GaiProject::Height, copies.front().Height);
+                   m_project.AddGis(std::move(copies), names, step);
+                   chkGAICR_HaveBg->setChecked(true);
+               });
 }
 
 void GaiEditorPage::ShowFrames()

@@ -10,12 +10,10 @@
 #include <span>
 
 class QCheckBox;
-class QGridLayout;
 
 namespace wb
 {
 
-class FrameListPane;
 class NumberField;
 class OptionFrame;
 
@@ -32,23 +30,26 @@ public:
     // Adds copies of pictures, each under its name, when no command runs.
     void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
 
+    // Likewise adds the frames of an animation that is drawn over a background and gives the box their size.
+    void TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names);
+
 protected:
     bool HasUnsavedWork() const override { return m_project.HasUnsavedWork(); }
     QString FileName() const override { return m_project.FileName(); }
     bool Save() override;
     void ShowFrames() override;
+    void ShowFrame() override;
 
 private:
     struct Number;
 
     QCheckBox *NewOption(const char *name, const QString &caption, const QString &tip,
                          bool GaiWriting::*option);
-    QWidget *MakeMiddle();
+    QWidget *MakeOptions();
     QWidget *MakeSide();
     QWidget *MakeNumberFrame(const QString &title, std::initializer_list<Number> numbers);
     NumberField *MakeNumber(const Number &number, QWidget *frame);
     QWidget *MakeTypeFrame();
-    void FillOptionFrame();
     void ConnectControls();
 
     void Open();
@@ -56,9 +57,7 @@ private:
     void Clean();
     void AddDropped(const QStringList &paths);
     bool AddFiles(const QStringList &paths);
-    void RemoveFrame();
 
-    void ShowFrame();
     void Refresh();
 
     LogWindow &m_log;
@@ -69,11 +68,11 @@ private:
     QPushButton *cmdGAICR_Clean;
     QPushButton *cmdGAICR_Compile;
     QPushButton *cmdGAICR_SaveGAI;
-    QWidget *m_options;
-    QCheckBox *chkGAICR_HaveBg;
-    QCheckBox *chkGAICR_Packed;
-    QCheckBox *chkGAICR_CropNull;
-    QWidget *m_side;
+    QWidget *m_options = nullptr;
+    QCheckBox *chkGAICR_HaveBg = nullptr;
+    QCheckBox *chkGAICR_Packed = nullptr;
+    QCheckBox *chkGAICR_CropNull = nullptr;
+    QWidget *m_side = nullptr;
     std::array<NumberField *, GaiProject::FieldCount> m_numbers{};
     OptionFrame *optGAICR_GIType = nullptr;
     QPushButton *cmdGAICR_GIType = nullptr;

@@ -107,14 +107,17 @@ FrameBuf GaiProject::AtStart(FrameBuf picture) const
     return picture;
 }
 
-bool GaiProject::AddPicture(FrameBuf picture, const QString &name)
+void GaiProject::AddPictures(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step)
 {
-    return !IsBusy() && Append(AtStart(std::move(picture)), name);
+    m_job.AddFrames(std::move(pictures), names, step, [this](FrameBuf picture, const QString &name) {
+        Append(AtStart(std::move(picture)), name);
+    });
 }
 
-bool GaiProject::AddGi(FrameBuf picture, const QString &name)
+void GaiProject::AddGis(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step)
 {
-    return !IsBusy() && Append(std::move(picture), name);
+    m_job.AddFrames(std::move(pictures), names, step,
+                    [this](FrameBuf picture, const QString &name) { Append(std::move(picture), name); });
 }
 
 bool GaiProject::AddFiles(const QStringList &paths, const FrameStep &step)

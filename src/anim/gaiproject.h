@@ -10,6 +10,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace wb
 {
@@ -27,7 +28,7 @@ public:
     const QString &FileName() const { return m_fileName; } // of the GAI last opened or saved, without folder
     bool IsBusy() const { return m_job.IsBusy(); }
 
-    // Ends the job that runs: Open and AddFiles keep what they have got, Save writes nothing.
+    // Ends the job that runs: what was read or added stays, Save writes nothing.
     void Stop() { m_job.Stop(); }
 
     // There are frames, and something has changed since they were opened or saved.
@@ -35,8 +36,8 @@ public:
 
     // --- Files
     //
-    // While one of these, or AddFiles, calls its step the project is busy, and whatever else would change it
-    // does nothing.
+    // While one of these, or of those that add frames, calls its step the project is busy, and whatever else
+    // would change it does nothing.
 
     // Takes everything but the name and the options back to what it was at the start.
     void Clean();
@@ -58,12 +59,14 @@ public:
     // --- Frames
     //
     // A frame that is added gets a type by its transparency, and the delay shown. The first one gives the box
-    // its size. False when there is no picture.
+    // its size. Where there is no picture nothing is added.
 
-    bool AddPicture(FrameBuf picture, const QString &name); // at the start of the box
-    bool AddGi(FrameBuf picture, const QString &name);      // where it lies
+    // At the start of the box; where they lie.
+    void AddPictures(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step);
+    void AddGis(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step);
 
-    // Adds PNG and GI files under their names. False when a file that is there is neither.
+    // Adds PNG and GI files under their names, the ones as pictures, the others as GIs. False when a file
+    // that is there is neither.
     bool AddFiles(const QStringList &paths, const FrameStep &step);
 
     void Select(std::int32_t line) { m_list.Select(line); }

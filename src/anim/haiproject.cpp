@@ -6,7 +6,6 @@
 #include "common/files.h"
 #include "common/paths.h"
 #include "common/text.h"
-#include "gfx/pixels.h"
 #include "gi/picturefile.h"
 
 namespace wb
@@ -70,14 +69,16 @@ bool HaiProject::Append(ListName list, FrameBuf frame, const QString &name)
     return isFrame;
 }
 
-bool HaiProject::AddPicture(ListName list, std::int32_t handle, const QString &name)
-{
-    return AddFrame(list, DibToFrameBuf(handle), name);
-}
-
 bool HaiProject::AddFrame(ListName list, FrameBuf frame, const QString &name)
 {
     return !IsBusy() && Append(list, std::move(frame), name);
+}
+
+void HaiProject::AddFrames(ListName list, std::vector<FrameBuf> frames, const QStringList &names,
+                           const FrameStep &step)
+{
+    m_job.AddFrames(std::move(frames), names, step,
+                    [&](FrameBuf frame, const QString &name) { Append(list, std::move(frame), name); });
 }
 
 bool HaiProject::AddFiles(ListName list, const QStringList &paths, const FrameStep &step)

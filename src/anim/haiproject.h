@@ -10,6 +10,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace wb
 {
@@ -34,8 +35,8 @@ public:
 
     // --- Files
     //
-    // While one of these, AddFiles or CopyAll calls its step the project is busy, and whatever else would
-    // change it does nothing.
+    // While one of these, AddFrames, AddFiles or CopyAll calls its step the project is busy, and whatever
+    // else would change it does nothing.
 
     // Empties the list; the animation's file name becomes empty with it.
     void Clean(ListName list);
@@ -52,8 +53,9 @@ public:
     // What is added is brought to 128 x 128 pixels and 256 colours; an indexed frame stays as it is. False
     // when there is no picture.
 
-    bool AddPicture(ListName list, std::int32_t handle, const QString &name);
     bool AddFrame(ListName list, FrameBuf frame, const QString &name);
+    void AddFrames(ListName list, std::vector<FrameBuf> frames, const QStringList &names,
+                   const FrameStep &step);
 
     // Adds PNG files under their names. False when a file that is there is none.
     bool AddFiles(ListName list, const QStringList &paths, const FrameStep &step);

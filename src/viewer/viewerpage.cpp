@@ -302,9 +302,13 @@ void ViewerPage::HandOver(FrameTarget target, bool all)
     QStringList names;
     for (std::int32_t i = 0; i < count; ++i)
         names << DefaultSaveName(path, first + i, document.Count);
-    const std::span handles(document.Pictures);
+    const auto handles = std::span(document.Pictures).subspan(std::size_t(first), std::size_t(count));
     if (target == FrameTarget::GaiEditor)
-        Q_EMIT GaiEditorWanted(handles.subspan(std::size_t(first), std::size_t(count)), names);
+        Q_EMIT GaiEditorWanted(handles, names);
+    else if (target == FrameTarget::HaiEditor)
+        Q_EMIT HaiEditorWanted(handles, names);
+    else
+        Q_EMIT AnimCreatorWanted(handles, names);
 }
 
 void ViewerPage::PressKey(QChar character)

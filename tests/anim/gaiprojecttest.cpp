@@ -135,7 +135,8 @@ TEST_F(GaiProjectTest, NothingElseChangesItDuringAJob)
         for (const char *what :
              {"remove", "move 1", "set X 9", "copy X", "type 3", "copytype", "clean", "add 2.png"})
             Do(QLatin1String(what));
-        EXPECT_FALSE(project.AddPicture(picture, {}) || project.AddGi(MakeSprite(1), {}));
+        project.AddPictures({picture}, {{}}, quiet);
+        project.AddGis({picture}, {{}}, quiet);
         EXPECT_FALSE(project.Open(folder.Path(u"out.gai"_s), {}));
         EXPECT_EQ(SaveEnd::Failed, project.Save(folder.Path(u"out.gai"_s), {}));
         EXPECT_TRUE(project.IsBusy() && before == State());
@@ -147,7 +148,8 @@ TEST_F(GaiProjectTest, NothingElseChangesItDuringAJob)
     EXPECT_EQ(SaveEnd::Saved, project.Save(path, quiet));
     Add(u"2.png 0.png"_s, meddle);
     EXPECT_EQ(u"0.png 1.png 2.png"_s, project.List().Names().join(u' '));
-    EXPECT_TRUE(project.AddPicture(picture, u"p"_s) && !project.AddPicture({}, {}) && !project.AddGi({}, {}));
+    project.AddPictures({picture, {}, picture}, {u"p"_s, {}, u"q"_s}, quiet);
+    EXPECT_EQ(u"0.png 1.png 2.png p q"_s, project.List().Names().join(u' '));
     project.Open(path, meddle);
     EXPECT_EQ(u"out_000.gi"_s, project.List().Names().join(u' ')); // of two
 }

@@ -136,10 +136,8 @@ TEST_F(DisplayTest, APictureTooLargeToZoomSaysSoOnceAndGoesBack)
 
 TEST(ExportBar, ItsButtonsFollowTheDocument)
 {
-    const FrameTarget pages[] = {FrameTarget::GiCreator, FrameTarget::GaiEditor, FrameTarget::HaiEditor,
-                                 FrameTarget::AnimCreator};
     const frmRes res;
-    ExportBar bar(res, pages, nullptr);
+    ExportBar bar(res, nullptr);
     FrameSet document;
     for (const TableRow &row : ReadTable("app/exportbuttons.txt", 4)) {
         document.Mode = DocumentMode(row.Int(0));

@@ -63,7 +63,7 @@ protected:
         QString state = Find("sldGAICR_Slider")->isEnabled() ? u"o"_s : u"-"_s;
         for (const auto *button : page->findChildren<QAbstractButton *>())
             state += u"-=ox"_s[(button->isEnabled() ? 2 : 0) + (button->isChecked() ? 1 : 0)];
-        for (const int place : {33, 32, 28, 27, 22, 13, 5, 1})
+        for (const int place : {35, 30, 21, 13, 10, 9, 5, 1})
             state.insert(place, u' ');
         for (const auto *box : page->findChildren<QLineEdit *>())
             state += (box->isEnabled() ? u" "_s : u" -"_s) + box->text();
@@ -196,7 +196,7 @@ TEST_F(GaiEditor, SavesAndClosesWhateverIsPressedMeanwhile)
     Do(u"cmdGAICR_SaveGAI"_s, u"GAI файлы (*.gai)|*.gai=@\\=@\\out.gai&Файл out.gai был изменен. Сохранить "
                               "изменения?=Вопрос=yes&GAI файлы (*.gai)|*.gai=@\\out.gai=@\\out.gai"_s);
     EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
-    EXPECT_EQ("- ---- -------- --------- -=--- - ---- - -=- -0 -0 -37 -23 -0 -0 -50 >1.png 2.png Кадры: 1 / "
+    EXPECT_EQ("- ---- ---- - -=- -------- --------- -=--- - -0 -0 -37 -23 -0 -0 -50 >1.png 2.png Кадры: 1 / "
               "2 37 x 23 "
               "Создание GI-фреймов: 1 / 2",
               busy);
