@@ -39,7 +39,7 @@ void FrameJob::AddFrames(std::vector<FrameBuf> frames, const QStringList &names,
     Run(step, [&](const GoOn &goOn) {
         const auto count = std::int32_t(frames.size());
         for (std::int32_t i = 0; i < count; ++i) {
-            add(std::move(frames[std::size_t(i)]), names[i]);
+            add(std::move(frames[std::size_t(i)]), names.value(i));
             if (!goOn(i + 1, count))
                 return;
         }

@@ -39,7 +39,7 @@ public:
     SaveEnd Save(const QString &path, const FrameStep &step,
                  const std::function<ByteArray(const GoOn &)> &make);
 
-    // Hands each frame over to `add`, with its name. Not while a job runs.
+    // Hands each frame over to `add`, with its name where there is one. Not while a job runs.
     void AddFrames(std::vector<FrameBuf> frames, const QStringList &names, const FrameStep &step,
                    const std::function<void(FrameBuf, const QString &)> &add);
 

@@ -45,8 +45,7 @@ bool MayWriteAll(const QCommandLineParser &parser, const QString &target, qsizet
 SaveEnd WriteGaiFile(const AnimProject &project, const QString &path, const FrameStep &step)
 {
     GaiProject gai;
-    for (const FrameBuf &frame : project.Frames())
-        gai.AddGi(frame, {});
+    gai.AddGis({project.Frames().begin(), project.Frames().end()}, {}, [](int, int) {});
     gai.SetOptions({.Background = true});
     return gai.Save(path, step);
 }

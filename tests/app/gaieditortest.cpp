@@ -1,12 +1,10 @@
 #include "anim/gaireader.h"
 #include "anim/gaiwriter.h"
+#include "app/editortest.h"
 #include "gfx/pixels.h"
-#include "support/table.h"
-#include "support/windowtest.h"
 #include "viewer/display.h"
 #include "widgets/filelistbox.h"
 
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTimer>
 #include <gmock/gmock.h>
@@ -17,62 +15,18 @@ namespace wb
 namespace
 {
 
-using namespace Qt::StringLiterals;
-
 const QString Frames = u"PNG и GI файлы (*.png, *.gi)|*.png;*.gi="_s;
 
-class GaiEditor : public WindowTest
+class GaiEditor : public EditorTest
 {
 protected:
+    GaiEditor() : EditorTest(2, u"GAICR"_s, {35, 30, 21, 13, 10, 9, 5, 1}) {}
     void SetUp() override
     {
-        folder.AddSprites();
         folder.AddGi("at.gi", MakeSprite(1), 2, 1);
         folder.AddPng("big.png", MakePicture(2000, 1500, 0xFFFFFFFF));
         folder.MakeFolder("folder.gai");
-        settingsFolder.Put("Options.ini", "BackColor2=#00FF00");
-        OpenWindow();
-        window->ShowPage(2);
-    }
-    // Clicks and types, or what the step says. Each answer is "asked=proposed=given", or "text=title" of an
-    // error box; "@" stands for the folder.
-    void Do(const QString &what, QString answers = {})
-    {
-        for (const QString &text : answers.replace(u'@', folder.Path()).split(u'&', Qt::SkipEmptyParts)) {
-            const QStringList answer = text.trimmed().split(u'=');
-            answer.size() == 2 ? dialogs.expectedErrors.push_back({answer[0], answer[1]})
-                               : dialogs.answers.push_back({answer[0], answer[1], answer[2]});
-        }
-        const QString where = what.section(u' ', 0, 0), rest = what.section(u' ', 1);
-        auto *list = Find<ListBox>("lstGAICR_List");
-        where == u"drop"_s  ? Drop(rest.split(u' '), list->viewport())
-        : where == u"row"_s ? ClickRow(list, rest.toInt())
-                            : QTest::mouseClick(Find(qPrintable(where)), Qt::LeftButton, {}, {12, 12});
-        if (where.startsWith(u"sld"_s))
-            QTest::keyClick(Find(qPrintable(where)), Qt::Key_End);
-        if (auto *box = window->findChild<QLineEdit *>(where)) {
-            box->selectAll();
-            QTest::keyClicks(box, rest);
-        }
-        QCoreApplication::processEvents();
-    }
-    // What can be pressed, the numbers, the lines (> is selected), and the texts below the frame.
-    std::string State() const
-    {
-        const auto *page = Find("picPage(2)");
-        QString state = Find("sldGAICR_Slider")->isEnabled() ? u"o"_s : u"-"_s;
-        for (const auto *button : page->findChildren<QAbstractButton *>())
-            state += u"-=ox"_s[(button->isEnabled() ? 2 : 0) + (button->isChecked() ? 1 : 0)];
-        for (const int place : {35, 30, 21, 13, 10, 9, 5, 1})
-            state.insert(place, u' ');
-        for (const auto *box : page->findChildren<QLineEdit *>())
-            state += (box->isEnabled() ? u" "_s : u" -"_s) + box->text();
-        const auto *list = Find<ListBox>("lstGAICR_List");
-        for (int i = 0; i < list->ListCount(); ++i)
-            state +=
-                (i == list->ListIndex() ? u" >"_s : u" "_s) + list->model()->index(i, 0).data().toString();
-        state += u' ' + Text("lblGAICR_Frames") + Text("lblGAICR_Size") + Text("lblGAICR_Info");
-        return state.remove(u'|').simplified().toStdString();
+        EditorTest::SetUp();
     }
     QString Shown() const // a pixel of the sprite
     {
