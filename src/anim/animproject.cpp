@@ -7,34 +7,12 @@
 #include "gi/picturefile.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace wb
 {
 
 namespace
 {
-
-std::uint32_t PixelAt(const FrameBuf &picture, std::size_t pixel)
-{
-    std::uint32_t value = 0;
-    std::memcpy(&value, picture.Pixels.data() + pixel * 4, sizeof(value));
-    return value;
-}
-
-// The pixels that drawing over `previous` does not turn into those of `current`.
-std::int32_t CountUnshown(const FrameBuf &previous, const FrameBuf &current)
-{
-    const std::size_t pixels = current.Pixels.size() / 4;
-    std::int32_t unshown = 0;
-    for (std::size_t i = 0; i < pixels; ++i) {
-        const std::uint32_t before = PixelAt(previous, i);
-        const std::uint32_t now = PixelAt(current, i);
-        unshown +=
-            std::int32_t(before != now) & std::int32_t(before >> 24 != 0) & std::int32_t(now >> 24 != 255);
-    }
-    return unshown;
-}
 
 void Resize(FrameBuf &frame, const FrameBuf &source)
 {
@@ -108,9 +86,8 @@ void AnimProject::BuildFrame(std::size_t number)
     const FrameBuf &current = m_list.Frames()[number];
     FrameBuf &frame = m_frames[number];
     Resize(frame, current);
-    Graphics().VTGF_AnimFrame_Build_32(frame.Pixels.data(), previous.Pixels.data(), current.Pixels.data(),
-                                       &frame.Width, &frame.Height);
-    const std::int32_t unshown = CountUnshown(previous, current);
+    const std::int32_t unshown = Graphics().VTGF_AnimFrame_Build_32(
+        frame.Pixels.data(), previous.Pixels.data(), current.Pixels.data(), &frame.Width, &frame.Height);
     m_notShown.Pixels += unshown;
     m_notShown.Frames += unshown != 0 ? 1 : 0;
 }
