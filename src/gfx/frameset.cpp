@@ -1,6 +1,7 @@
 #include "gfx/frameset.h"
 
 #include "gfx/graphicslibrary.h"
+#include "sound/sound.h"
 
 #include <utility>
 
@@ -22,6 +23,7 @@ FrameSet &FrameSet::operator=(FrameSet &&other) noexcept
         Count = std::exchange(other.Count, 0);
         Pictures = std::exchange(other.Pictures, {});
         FrameTypes = std::exchange(other.FrameTypes, {});
+        SoundBytes = std::exchange(other.SoundBytes, {});
     }
     return *this;
 }
@@ -42,18 +44,32 @@ FrameSet StillPicture(std::string kind, std::int32_t handle)
     return document;
 }
 
+FrameSet SoundDocument(std::string kind, std::int32_t handle)
+{
+    FrameSet document = StillPicture(std::move(kind), handle);
+    if (document.Count == 0)
+        return document;
+    document.Mode = DocumentMode::Sound;
+    document.InfoText = std::to_string(SoundFrequency(handle));
+    return document;
+}
+
 void FreeFrameSet(FrameSet &document)
 {
     if (document.Count <= 0)
         return;
     for (const std::int32_t handle : document.Pictures)
-        Graphics().VTGF_DIB_Free(handle);
+        if (document.Mode == DocumentMode::Sound)
+            FreeSound(handle);
+        else
+            Graphics().VTGF_DIB_Free(handle);
     document.Mode = DocumentMode::Released;
     document.Kind.clear();
     document.InfoText.clear();
     document.Count = 0;
     document.Pictures.clear();
     document.FrameTypes.clear();
+    document.SoundBytes = {};
 }
 
 } // namespace wb
