@@ -44,7 +44,9 @@ private:
         void operator()(SDL_AudioStream *converter) const { SDL_FreeAudioStream(converter); }
     };
 
-    bool Feed();
+    void Feed();
+    void Pad();
+    std::int64_t FramesLeft() const;
 
     std::unique_ptr<SoundFile> m_sound;
     std::unique_ptr<SDL_AudioStream, FreeConverter> m_converter; // to the output's rate and channels
@@ -52,7 +54,10 @@ private:
     std::array<float, std::size_t(OutputChannels) * 512> m_converted;
     int m_volume = FullVolume;
     bool m_isPlaying = false;
-    bool m_isFlushed = false; // the sound has been decoded to its end
+    bool m_isDecoded = false; // to its end
+    int m_outputRate = 0;
+    std::int64_t m_framesIn = 0; // decoded since the beginning
+    std::int64_t m_framesOut = 0;
 };
 
 } // namespace soundlib
