@@ -70,9 +70,9 @@ PLACES
 gai 'Звёзды/Эскадра' "$work"/ships/*.gi --box 0,0,640,480 --background --crop
 cp "$work/game/Звёзды/Фон.gi" "$work/game/Звёзды/Эскадра.gi"
 
-# An archive of some of these folders: pictures that are packed, and others that are stored as they are.
+# An archive of some of these folders: files that are packed, and others that are stored as they are.
 mkdir "$work/packed"
-cp -r "$work/game/Графика" "$work/game/Корабли" "$work/game/Разное" "$work/packed"
+cp -r "$work/game/Графика" "$work/game/Корабли" "$work/game/Разное" "$work/game/Звуки" "$work/packed"
 "$bin/workbench-cli" pack --quiet "$work/packed" "$work/game/Данные.pkg" >/dev/null
 
 if [ -e "$out/game" ]; then

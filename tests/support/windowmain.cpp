@@ -9,6 +9,7 @@
 int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
+    qputenv("SDL_AUDIODRIVER", "dummy"); // nobody is to hear them
     QApplication application(argc, argv);
     wb::ApplySkin(application);
     const QString folder = QApplication::applicationDirPath();
