@@ -11,6 +11,7 @@
 #include "gi/gicreatorpage.h"
 #include "platform/desktop/windowedges.h"
 #include "platform/desktop/windows.h"
+#include "sound/sound.h"
 #include "viewer/viewerpage.h"
 #include "widgets/captionbar.h"
 #include "widgets/page.h"
@@ -86,6 +87,7 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
     create();
     windowHandle()->installEventFilter(this);
     new WindowEdges(*this);
+    SoundStartup(static_cast<std::int32_t>(winId()));
 }
 
 frmMain::~frmMain()
@@ -326,6 +328,7 @@ void frmMain::Shutdown()
     tmrFocusChecker.stop();
     for (int i = 0; i < m_pages->count(); ++i)
         PageAt(i)->Release();
+    SoundShutdown();
     m_log->Hide();
     m_notification.Remove();
 }
