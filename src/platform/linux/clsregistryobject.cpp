@@ -91,7 +91,7 @@ void clsRegistryObject::Publish()
     if (m_file.empty())
         return;
     if (m_isChanged)
-        m_isChanged = !KeepUserFile(m_file, QJsonDocument(m_keys).toJson());
+        m_isChanged = !KeepUserFile(m_file, m_keys.isEmpty() ? QByteArray() : QJsonDocument(m_keys).toJson());
     m_follower.clear(); // only the last state counts
     m_follower.start(
         [types = RegisteredTypes(*this), folders = UserFolders()] { BringDesktopInLine(types, folders); });

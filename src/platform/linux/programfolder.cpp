@@ -23,6 +23,11 @@ QString ProgramFolder()
     return FromNativePath(NativeProgramFolder());
 }
 
+bool IsSystemFolder(const std::string &path)
+{
+    return path.starts_with("/usr/") || path.starts_with("/opt/");
+}
+
 QString UserConfigFolder()
 {
     return FromNativePath(UserFolders().Config + "/workbench");
