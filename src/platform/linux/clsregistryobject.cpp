@@ -44,7 +44,7 @@ clsRegistryObject::clsRegistryObject(std::string file) : m_file(std::move(file))
 // The path that the store has for the key, else the one to store it by.
 QString clsRegistryObject::StoredKey(const QString &keyPath) const
 {
-    const QString path = keyPath.endsWith(u'\\') ? keyPath.chopped(1) : keyPath;
+    QString path = keyPath.endsWith(u'\\') ? keyPath.chopped(1) : keyPath;
     for (auto key = m_keys.begin(); key != m_keys.end(); ++key)
         if (key.key().compare(path, Qt::CaseInsensitive) == 0)
             return key.key();
