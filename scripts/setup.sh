@@ -1,18 +1,20 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing. Usage: scripts/setup.sh run|test|bench
+# Installs the Debian packages that are missing. Usage: scripts/setup.sh run|test|fuzz|bench
 set -euo pipefail
 
 run_packages=(g++ cmake ninja-build qt6-base-dev qt6-translations-l10n libxcb1-dev libpng-dev libjpeg-dev
   zlib1g-dev libdeflate-dev libsquish-dev librsvg2-bin fonts-inter)
-test_packages=(libgtest-dev libgmock-dev xvfb xauth openbox xdotool x11-utils picom
-  dpkg-dev file xdg-utils shared-mime-info desktop-file-utils libglib2.0-bin appstream man-db groff-base)
+test_packages=(libgtest-dev libgmock-dev xvfb xauth openbox xdotool x11-utils picom strace dpkg-dev file
+  xdg-utils shared-mime-info desktop-file-utils libglib2.0-bin appstream man-db groff-base)
+fuzz_packages=(clang "libclang-rt-14-dev" libgtest-dev)
 bench_packages=(libbenchmark-dev libimagequant-dev zip unzip)
 
 case "${1:-}" in
   run) wanted=("${run_packages[@]}") ;;
   test) wanted=("${run_packages[@]}" "${test_packages[@]}") ;;
+  fuzz) wanted=("${run_packages[@]}" "${fuzz_packages[@]}") ;;
   bench) wanted=("${run_packages[@]}" "${bench_packages[@]}") ;;
-  *) echo "usage: $0 run|test|bench" >&2; exit 2 ;;
+  *) echo "usage: $0 run|test|fuzz|bench" >&2; exit 2 ;;
 esac
 
 missing=()
