@@ -70,6 +70,13 @@ PLACES
 gai 'Звёзды/Эскадра' "$work"/ships/*.gi --box 0,0,640,480 --background --crop
 cp "$work/game/Звёзды/Фон.gi" "$work/game/Звёзды/Эскадра.gi"
 
+# Full pictures, and the animation that is made of what changes in them; it is drawn over the first one.
+"$bin/workbench-cli" animate --quiet "$work/game/Интерфейс/Радар.gai" "$work"/drawn/Интерфейс/Радар/*.png
+"$bin/workbench-cli" gi "$work/drawn/Интерфейс/Радар/Радар_000.png" "$work/game/Интерфейс/Радар.gi" --type 0
+
+# The same explosion as small indexed frames.
+"$bin/workbench-cli" hai --quiet "$work/game/Разное/Взрыв.hai" "$work"/drawn/Разное/Взрыв/*.png
+
 # An archive of some of these folders: pictures that are packed, and others that are stored as they are.
 mkdir "$work/packed"
 cp -r "$work/game/Графика" "$work/game/Корабли" "$work/game/Разное" "$work/packed"

@@ -1,6 +1,8 @@
 #include "app/frmmain.h"
 
+#include "anim/animcreatorpage.h"
 #include "anim/gaieditorpage.h"
+#include "anim/haieditorpage.h"
 #include "app/emptypage.h"
 #include "app/optionspage.h"
 #include "app/statusstrip.h"
@@ -36,6 +38,8 @@ constexpr int RowsPerNotch = 3;
 constexpr int ViewerIndex = 0;
 constexpr int GiCreatorIndex = 1;
 constexpr int GaiEditorIndex = 2;
+constexpr int HaiEditorIndex = 3;
+constexpr int AnimCreatorIndex = 4;
 constexpr int DatEditorIndex = 5;
 constexpr int UnpackerIndex = 6;
 constexpr int PackerIndex = 7;
@@ -122,6 +126,8 @@ void frmMain::MakePages()
     m_viewer = new ViewerPage(m_settings, m_dialogs, *m_status, m_abort, m_res, m_unpackJob, m_pages);
     auto *creator = new GiCreatorPage(m_settings, m_dialogs, m_res, m_pages);
     auto *gaiEditor = new GaiEditorPage(m_settings, m_dialogs, *m_log, m_res, m_pages);
+    auto *haiEditor = new HaiEditorPage(m_settings, m_dialogs, m_res, m_pages);
+    auto *animCreator = new AnimCreatorPage(m_settings, m_dialogs, m_res, m_pages);
     auto *unpacker = new UnpackerPage(m_settings, m_dialogs, m_unpackJob, m_pages);
     auto *packer = new PackerPage(m_settings, m_dialogs, m_packJob, m_pages);
     auto *options = new OptionsPage(m_settings, m_dialogs, m_pages);
@@ -129,6 +135,8 @@ void frmMain::MakePages()
     pages[ViewerIndex] = m_viewer;
     pages[GiCreatorIndex] = creator;
     pages[GaiEditorIndex] = gaiEditor;
+    pages[HaiEditorIndex] = haiEditor;
+    pages[AnimCreatorIndex] = animCreator;
     pages[UnpackerIndex] = unpacker;
     pages[PackerIndex] = packer;
     pages[OptionsIndex] = options;
@@ -152,6 +160,10 @@ void frmMain::MakePages()
     connect(m_viewer, &ViewerPage::GiCreatorWanted, this, [this] { ShowPage(GiCreatorIndex); });
     connect(m_viewer, &ViewerPage::GaiEditorWanted, this, [this] { ShowPage(GaiEditorIndex); });
     connect(m_viewer, &ViewerPage::GaiEditorWanted, gaiEditor, &GaiEditorPage::TakeFrames);
+    connect(m_viewer, &ViewerPage::HaiEditorWanted, this, [this] { ShowPage(HaiEditorIndex); });
+    connect(m_viewer, &ViewerPage::HaiEditorWanted, haiEditor, &HaiEditorPage::TakeFrames);
+    connect(m_viewer, &ViewerPage::AnimCreatorWanted, this, [this] { ShowPage(AnimCreatorIndex); });
+    connect(m_viewer, &ViewerPage::AnimCreatorWanted, animCreator, &AnimCreatorPage::TakeFrames);
     connect(m_viewer, &ViewerPage::PackerWanted, packer, &PackerPage::SetPaths);
     connect(m_viewer, &ViewerPage::PackerWanted, this, [this] { ShowPage(PackerIndex); });
     connect(m_viewer, &ViewerPage::UnpackerWanted, unpacker, &UnpackerPage::SetPaths);
@@ -160,6 +172,8 @@ void frmMain::MakePages()
         ShowPage(UnpackerIndex);
         unpacker->Run(order);
     });
+    connect(animCreator, &AnimCreatorPage::GaiEditorWanted, this, [this] { ShowPage(GaiEditorIndex); });
+    connect(animCreator, &AnimCreatorPage::GaiEditorWanted, gaiEditor, &GaiEditorPage::TakeAnimation);
 }
 
 Page *frmMain::PageAt(int page) const

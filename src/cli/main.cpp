@@ -14,7 +14,8 @@ namespace
 {
 
 const Command *const Commands[] = {&InfoCommand, &ListCommand,   &UnpackCommand, &ExtractCommand,
-                                   &PackCommand, &ExportCommand, &GiCommand,     &GaiCommand};
+                                   &PackCommand, &ExportCommand, &GiCommand,     &GaiCommand,
+                                   &HaiCommand,  &AnimateCommand};
 
 QString Overview()
 {
