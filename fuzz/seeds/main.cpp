@@ -1,5 +1,6 @@
 // Writes what the fuzzer begins with, one folder of small files a target: fuzz_seeds BUILD-FOLDER.
 #include "anim/gaiwriter.h"
+#include "anim/haiwriter.h"
 #include "archive/zlblock.h"
 #include "common/bytes.h"
 #include "gfx/graphicslibrary.h"
@@ -84,6 +85,20 @@ void AddGai(SeedFolders &seeds)
     }
 }
 
+void AddHai(SeedFolders &seeds)
+{
+    FrameBuf frame;
+    frame.Width = frame.Height = 128;
+    frame.Pixels.assign(std::size_t(128) * 128, 3);
+    frame.Palette.assign(1024, 0x80);
+    ByteArray bytes = WriteHai(std::vector<FrameBuf>(2, frame));
+    seeds.Add("read_hai", bytes);
+    for (const auto &[place, value] : {std::pair(4, 4), {8, 2}, {20, 40}, {48, 32}}) // a small one
+        PutLong(bytes, place, value);
+    bytes.resize(52 + 2 * 40);
+    seeds.Add("read_hai", bytes);
+}
+
 void AddArchives(SeedFolders &seeds)
 {
     const std::string text(3000, 'w');
@@ -109,7 +124,7 @@ void AddWriters(SeedFolders &seeds)
     std::string bytes;
     for (int i = 0; i < 4000; ++i)
         bytes += char(i * i / 7);
-    for (const char *target : {"gai", "gi", "jpeg", "pkg", "png", "settings", "zl"})
+    for (const char *target : {"gai", "gi", "hai", "jpeg", "pkg", "png", "settings", "zl"})
         for (const std::size_t length : {40U, 4000U})
             seeds.Add(std::string("write_") + target, BytesOf(bytes.substr(0, length)));
 }
@@ -128,6 +143,7 @@ int main(int argc, char **argv)
     wb::AddPictures(seeds);
     wb::AddGi(seeds);
     wb::AddGai(seeds);
+    wb::AddHai(seeds);
     wb::AddArchives(seeds);
     wb::AddWriters(seeds);
     seeds.Add("read_settings", wb::FormatSettings(wb::DefaultSettings()));
