@@ -11,6 +11,8 @@
 #include "gi/gicreatorpage.h"
 #include "platform/desktop/windowedges.h"
 #include "platform/desktop/windows.h"
+#include "platform/programfolder.h"
+#include "services/associations.h"
 #include "sound/sound.h"
 #include "viewer/viewerpage.h"
 #include "widgets/captionbar.h"
@@ -52,8 +54,8 @@ const char *const PageCaptions[frmMain::PageCount] = {"ResViewer",    "GI Editor
 
 } // namespace
 
-frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
-    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_dialogs(dialogs),
+frmMain::frmMain(Dialogs &dialogs, QString settingsPath, clsRegistryObject &registry)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_dialogs(dialogs), m_registry(registry),
       m_settingsPath(std::move(settingsPath)), m_settings(LoadSettings(m_settingsPath)),
       m_caption(new CaptionBar(m_res, QStringLiteral("Workbench"), this)), m_pageButtons(new QWidget(this)),
       m_pages(new QStackedWidget(this)), m_status(new StatusStrip(this)), m_log(new frmLog(this)),
@@ -73,6 +75,7 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
     column->addWidget(m_pages, 1);
     column->addWidget(m_status);
     MakePages();
+    KeepAssociations();
 
     connect(m_caption, &CaptionBar::Dragged, this, [this] { StartWindowMove(*this); });
     connect(m_caption, &CaptionBar::Released, this, [this] { CancelWindowMove(*this); });
@@ -146,6 +149,7 @@ void frmMain::MakePages()
         page->ApplySettings();
         connect(page, &Page::Idle, this, &frmMain::CloseWhenIdle);
     }
+    connect(options, &OptionsPage::OptionsChanged, this, &frmMain::KeepAssociations);
     connect(options, &OptionsPage::BackColoursChanged, this, [this] {
         m_viewer->Redraw(); // its preview is in view whatever page is
         PageAt(m_currentPage)->Redraw();
@@ -191,6 +195,11 @@ void frmMain::PageShown(int page)
         return;
     m_currentPage = page;
     PageAt(m_currentPage)->Redraw();
+}
+
+void frmMain::KeepAssociations()
+{
+    ApplyAssociations(m_settings, ProgramFolder(), m_registry);
 }
 
 void frmMain::OpenCommandLine(const QString &folder, const QString &name)

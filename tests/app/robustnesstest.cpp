@@ -110,7 +110,8 @@ protected:
 
     void Open()
     {
-        window = std::make_unique<frmMain>(*dialogs, settingsFolder.Path(QStringLiteral("Options.ini")));
+        window =
+            std::make_unique<frmMain>(*dialogs, settingsFolder.Path(QStringLiteral("Options.ini")), registry);
         window->show();
         window->OpenCommandLine(folder.Path(), chance.OneIn(2) ? QStringLiteral("2.gi") : QString());
         window->ShowPage(chance.Below(frmMain::PageCount));
@@ -242,6 +243,7 @@ protected:
     SampleFolder settingsFolder;
     QStringList paths;
     std::unique_ptr<RandomDialogs> dialogs;
+    clsRegistryObject registry;
     std::unique_ptr<frmMain> window;
     QTimer timer;
     int eventsLeft = EventsPerSeed;
