@@ -37,13 +37,14 @@ std::optional<std::int32_t> HaiProject::Open(const QString &path, const FrameSte
         return std::nullopt;
     std::vector<FrameBuf> frames;
     std::int32_t count = 0;
-    m_job.Run(step, [&](const GoOn &goOn) { count = ReadHaiProject(file, frames, goOn); });
+    const bool isComplete =
+        m_job.Run(step, [&](const GoOn &goOn) { count = ReadHaiProject(file, frames, goOn); });
     FrameList &list = m_lists[Animation];
     list.Clear();
     for (FrameBuf &frame : frames)
         list.Add(std::move(frame), m_fileName + QStringLiteral(" (%1)").arg(ZeroPad(list.Count(), 3)));
     list.SetModified(false);
-    return count - list.Count();
+    return isComplete ? count - list.Count() : 0;
 }
 
 SaveEnd HaiProject::Save(const QString &path, const FrameStep &step)

@@ -40,8 +40,8 @@ public:
     // Empties the list; the animation's file name becomes empty with it.
     void Clean(ListName list);
 
-    // Replaces the animation, by nothing when the file holds no frames. Gives the number of frames that are
-    // left out; nothing, with only the name taken over, when the file can't be read.
+    // Replaces the animation, by nothing when the file holds no frames. Gives the number of frames that
+    // memory did not suffice for; nothing, with only the name taken over, when the file can't be read.
     std::optional<std::int32_t> Open(const QString &path, const FrameStep &step);
 
     // The name is taken over whatever the end.
