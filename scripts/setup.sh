@@ -5,7 +5,7 @@ set -euo pipefail
 run_packages=(g++ cmake ninja-build qt6-base-dev qt6-translations-l10n libxcb1-dev libpng-dev libjpeg-dev
   zlib1g-dev libdeflate-dev libsquish-dev librsvg2-bin fonts-inter)
 test_packages=(libgtest-dev libgmock-dev xvfb xauth openbox xdotool x11-utils picom)
-bench_packages=(libbenchmark-dev libimagequant-dev zip unzip)
+bench_packages=(libbenchmark-dev libimagequant-dev libsimdjson-dev zip unzip)
 
 case "${1:-}" in
   run) wanted=("${run_packages[@]}") ;;
