@@ -6,6 +6,7 @@
 #include "app/statusstrip.h"
 #include "archive/packerpage.h"
 #include "archive/unpackerpage.h"
+#include "dat/dateditorpage.h"
 #include "gi/gicreatorpage.h"
 #include "platform/desktop/windowedges.h"
 #include "platform/desktop/windows.h"
@@ -17,6 +18,7 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -51,8 +53,9 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_dialogs(dialogs),
       m_settingsPath(std::move(settingsPath)), m_settings(LoadSettings(m_settingsPath)),
       m_caption(new CaptionBar(m_res, QStringLiteral("Workbench"), this)), m_pageButtons(new QWidget(this)),
-      m_pages(new QStackedWidget(this)), m_status(new StatusStrip(this)), m_log(new frmLog(this)),
-      m_unpackJob(*m_status), m_packJob(*m_status)
+      m_halves(new QSplitter(this)), m_pages(new QStackedWidget(m_halves)), m_status(new StatusStrip(this)),
+      m_log(new frmLog(this)), m_unpackJob(*m_status), m_packJob(*m_status),
+      m_datEditor(m_settings, m_dialogs, *m_status)
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Workbench"));
@@ -65,9 +68,10 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
     column->setSpacing(0);
     column->addWidget(m_caption);
     column->addWidget(MakePageButtons());
-    column->addWidget(m_pages, 1);
+    column->addWidget(m_halves, 1);
     column->addWidget(m_status);
     MakePages();
+    PlaceLists();
 
     connect(m_caption, &CaptionBar::Dragged, this, [this] { StartWindowMove(*this); });
     connect(m_caption, &CaptionBar::Released, this, [this] { CancelWindowMove(*this); });
@@ -87,7 +91,7 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
 frmMain::~frmMain()
 {
     Shutdown();
-    delete m_pages; // while there is what the pages refer to
+    delete m_halves; // while there is what the pages refer to
 }
 
 QWidget *frmMain::MakePageButtons()
@@ -116,9 +120,11 @@ QWidget *frmMain::MakePageButtons()
 
 void frmMain::MakePages()
 {
-    m_viewer = new ViewerPage(m_settings, m_dialogs, *m_status, m_abort, m_res, m_unpackJob, m_pages);
+    m_viewer =
+        new ViewerPage(m_settings, m_dialogs, *m_status, m_abort, m_res, m_unpackJob, m_datEditor, m_pages);
     auto *creator = new GiCreatorPage(m_settings, m_dialogs, m_res, m_pages);
     auto *gaiEditor = new GaiEditorPage(m_settings, m_dialogs, *m_log, m_res, m_pages);
+    auto *datEditor = new DatEditorPage(m_datEditor, m_pages);
     auto *unpacker = new UnpackerPage(m_settings, m_dialogs, m_unpackJob, m_pages);
     auto *packer = new PackerPage(m_settings, m_dialogs, m_packJob, m_pages);
     auto *options = new OptionsPage(m_settings, m_dialogs, m_pages);
@@ -126,6 +132,7 @@ void frmMain::MakePages()
     pages[ViewerIndex] = m_viewer;
     pages[GiCreatorIndex] = creator;
     pages[GaiEditorIndex] = gaiEditor;
+    pages[DatEditorIndex] = datEditor;
     pages[UnpackerIndex] = unpacker;
     pages[PackerIndex] = packer;
     pages[OptionsIndex] = options;
@@ -158,6 +165,16 @@ void frmMain::MakePages()
     });
 }
 
+void frmMain::PlaceLists()
+{
+    m_halves->insertWidget(0, m_viewer->Lists());
+    m_halves->setChildrenCollapsible(false);
+    m_halves->setHandleWidth(12);
+    m_halves->setStretchFactor(0, 0);
+    m_halves->setStretchFactor(1, 1);
+    m_halves->setSizes({312, 700});
+}
+
 Page *frmMain::PageAt(int page) const
 {
     return static_cast<Page *>(m_pages->widget(page));
@@ -170,6 +187,7 @@ void frmMain::ShowPage(int page)
 
 void frmMain::PageShown(int page)
 {
+    m_viewer->Lists()->setVisible(page == ViewerIndex || page == DatEditorIndex);
     m_pages->setCurrentIndex(page);
     if (page >= DrawnPages)
         return;
@@ -283,7 +301,7 @@ void frmMain::AbortJobs()
     m_isClosing = true;
     m_abort.Set();
     m_pageButtons->setEnabled(false); // nothing new begins
-    m_pages->setEnabled(false);
+    m_halves->setEnabled(false);
     for (int i = 0; i < PageCount; ++i)
         PageAt(i)->Abort();
 }
@@ -293,7 +311,7 @@ void frmMain::StayOpen()
     m_isClosing = false;
     m_mayClose = {};
     m_pageButtons->setEnabled(true);
-    m_pages->setEnabled(true);
+    m_halves->setEnabled(true);
 }
 
 void frmMain::CloseWhenIdle()
