@@ -70,6 +70,10 @@ PLACES
 gai 'Звёзды/Эскадра' "$work"/ships/*.gi --box 0,0,640,480 --background --crop
 cp "$work/game/Звёзды/Фон.gi" "$work/game/Звёзды/Эскадра.gi"
 
+# The same data compressed, as most of the game's data files are.
+"$bin/workbench-cli" dat export "$work/game/Данные/Игра.dat" "$work/data.json"
+"$bin/workbench-cli" dat import "$work/data.json" "$work/game/Данные/Игра-ZL.dat" --zl
+
 # An archive of some of these folders: pictures that are packed, and others that are stored as they are.
 mkdir "$work/packed"
 cp -r "$work/game/Графика" "$work/game/Корабли" "$work/game/Разное" "$work/packed"

@@ -29,6 +29,7 @@ extern const Command PackCommand;
 extern const Command ExportCommand;
 extern const Command GiCommand;
 extern const Command GaiCommand;
+extern const Command DatCommand;
 
 // One line on standard error, and the status of a failed command.
 int Fail(const QString &path, const QString &reason);

@@ -3,6 +3,8 @@
 #include "cli/command.h"
 #include "cli/terminalprogress.h"
 #include "common/files.h"
+#include "common/paths.h"
+#include "dat/datreader.h"
 #include "gfx/graphicslibrary.h"
 #include "gi/giformat.h"
 #include "platform/nativepath.h"
@@ -100,6 +102,18 @@ QJsonObject DescribeArchive(const QString &path)
             {QStringLiteral("packed"), packed}};
 }
 
+// Nothing for what is no such file. Only its name tells that it could be one.
+QJsonObject DescribeDat(const QString &path, Progress &bar)
+{
+    const bool isDat = GetExtension(path).compare(QStringLiteral("dat"), Qt::CaseInsensitive) == 0;
+    const DatTree tree = isDat ? DatLoadFile(path, {.Bar = &bar}) : DatTree();
+    if (tree.Count() == 0)
+        return {};
+    return {{QStringLiteral("kind"), QStringLiteral("DAT")},
+            {QStringLiteral("zl"), tree.IsZL},
+            {QStringLiteral("items"), tree.Count()}};
+}
+
 QString Number(const QJsonObject &holder, const char *key)
 {
     return QString::number(holder.value(QLatin1String(key)).toInteger());
@@ -110,6 +124,13 @@ QString ArchiveText(const QJsonObject &object)
     return QStringLiteral("PKG, folders: %1, files: %2\n%3 bytes, packed %4\n")
         .arg(Number(object, "folders"), Number(object, "files"), Number(object, "size"),
              Number(object, "packed"));
+}
+
+QString DatText(const QJsonObject &object)
+{
+    const bool isZL = object.value(QStringLiteral("zl")).toBool();
+    return QStringLiteral("DAT, items: %1, %2\n")
+        .arg(Number(object, "items"), isZL ? QStringLiteral("compressed") : QStringLiteral("plain"));
 }
 
 QString DocumentText(const QJsonObject &object)
@@ -138,6 +159,14 @@ QString DocumentText(const QJsonObject &object)
     return text;
 }
 
+QString TextOf(const QJsonObject &object)
+{
+    const QString kind = object.value(QStringLiteral("kind")).toString();
+    return kind == QStringLiteral("PKG")   ? ArchiveText(object)
+           : kind == QStringLiteral("DAT") ? DatText(object)
+                                           : DocumentText(object);
+}
+
 void Declare(QCommandLineParser &parser)
 {
     DeclareJson(parser);
@@ -151,15 +180,16 @@ int Run(const QCommandLineParser &parser)
     InputFile file;
     if (file.Open(ToNativePath(path)) != FileError::None || file.Size() == 0)
         return Fail(argument, QStringLiteral("can't be read or is empty"));
-    const bool isArchive = IsPkgPath(path);
     TerminalProgress bar(IsQuiet(parser));
-    const QJsonObject description = isArchive ? DescribeArchive(path) : DescribeDocument(path, bar);
+    QJsonObject description = IsPkgPath(path) ? DescribeArchive(path) : DescribeDat(path, bar);
+    if (description.isEmpty() && !IsPkgPath(path))
+        description = DescribeDocument(path, bar);
     if (description.isEmpty())
         return Fail(argument, QStringLiteral("is of no kind that can be read"));
     if (WantsJson(parser))
         PrintJson(QJsonDocument(description));
     else
-        Print(isArchive ? ArchiveText(description) : DocumentText(description));
+        Print(TextOf(description));
     return Done;
 }
 

@@ -13,8 +13,9 @@ namespace wb::cli
 namespace
 {
 
-const Command *const Commands[] = {&InfoCommand, &ListCommand,   &UnpackCommand, &ExtractCommand,
-                                   &PackCommand, &ExportCommand, &GiCommand,     &GaiCommand};
+const Command *const Commands[] = {&InfoCommand,    &ListCommand, &UnpackCommand,
+                                   &ExtractCommand, &PackCommand, &ExportCommand,
+                                   &GiCommand,      &GaiCommand,  &DatCommand};
 
 QString Overview()
 {
