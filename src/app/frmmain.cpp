@@ -173,6 +173,7 @@ void frmMain::PlaceLists()
     m_halves->setStretchFactor(0, 0);
     m_halves->setStretchFactor(1, 1);
     m_halves->setSizes({312, 700});
+    GiveRoom(ViewerIndex);
 }
 
 Page *frmMain::PageAt(int page) const
@@ -185,9 +186,19 @@ void frmMain::ShowPage(int page)
     cmdPage[std::size_t(page)]->click();
 }
 
+// Pages out of view ask for none, so that the lists have what the page leaves them.
+void frmMain::GiveRoom(int page)
+{
+    for (int i = 0; i < PageCount; ++i) {
+        const auto policy = i == page ? QSizePolicy::Preferred : QSizePolicy::Ignored;
+        PageAt(i)->setSizePolicy(policy, policy);
+    }
+    m_viewer->Lists()->setVisible(page == ViewerIndex || page == DatEditorIndex);
+}
+
 void frmMain::PageShown(int page)
 {
-    m_viewer->Lists()->setVisible(page == ViewerIndex || page == DatEditorIndex);
+    GiveRoom(page);
     m_pages->setCurrentIndex(page);
     if (page >= DrawnPages)
         return;

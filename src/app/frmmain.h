@@ -56,6 +56,7 @@ private:
     void MakePages();
     void PlaceLists();
     QWidget *MakePageButtons();
+    void GiveRoom(int page);
     void PageShown(int page);
     void MinimiseToTray();
     void ReturnFromTray();

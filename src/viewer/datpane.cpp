@@ -31,8 +31,9 @@ public:
     }
     QIcon Picture(int row) const override
     {
-        const bool isValue = row > 0 && m_tree->Item(Item(row)).Type == DatValue;
-        return isValue ? m_pictures->Value : m_pictures->Block;
+        if (row == 0)
+            return m_pictures->Up;
+        return m_tree->Item(Item(row)).Type == DatValue ? m_pictures->Value : m_pictures->Block;
     }
 
 private:
@@ -45,8 +46,9 @@ private:
 
 DatPane::DatPane(DatEditor &editor, const std::vector<QIcon> &icons, QWidget *parent)
     : BrowserPane(new ListBox(QStringLiteral("lstDAT"), parent)), m_editor(editor),
-      m_pictures(std::make_shared<Pictures>(
-          Pictures{icons[std::size_t(ListIcon::Folder)], icons[std::size_t(ListIcon::Txt)]}))
+      m_pictures(std::make_shared<Pictures>(Pictures{icons[std::size_t(ListIcon::FolderUp)],
+                                                     icons[std::size_t(ListIcon::Folder)],
+                                                     icons[std::size_t(ListIcon::Txt)]}))
 {
     connect(List(), &ListBox::SelectionChanged, this, [this] {
         m_editor.Select(List()->ListIndex());

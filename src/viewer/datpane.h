@@ -23,6 +23,7 @@ public:
 
 private:
     struct Pictures {
+        QIcon Up;
         QIcon Block;
         QIcon Value;
     };
