@@ -30,6 +30,15 @@ QChar Shown(QChar character)
     }
 }
 
+// What of `text` is shown as this character.
+QChar MeantBy(QChar sign, const QString &text)
+{
+    if (sign < ControlPictures || sign > NewlinePicture)
+        return sign;
+    const auto meant = std::ranges::find(text, sign, Shown);
+    return meant == text.end() ? sign : *meant;
+}
+
 } // namespace
 
 QString ShownText(QString text)
@@ -46,7 +55,9 @@ QString EditedText(const QString &text, QStringView edited)
     const qsizetype start = sameStart.first - shown.begin();
     const auto sameEnd = std::mismatch(shown.rbegin(), shown.rbegin() + (shorter - start), edited.rbegin());
     const qsizetype end = sameEnd.first - shown.rbegin();
-    return text.first(start) + edited.sliced(start, edited.size() - start - end).toString() + text.last(end);
+    QString changed = edited.sliced(start, edited.size() - start - end).toString();
+    std::ranges::transform(changed, changed.begin(), [&text](QChar sign) { return MeantBy(sign, text); });
+    return text.first(start) + changed + text.last(end);
 }
 
 } // namespace wb

@@ -10,8 +10,8 @@ namespace wb
 // place.
 QString ShownText(QString text);
 
-// What becomes of `text` when the user has made `edited` of what was shown of it: all but the part that
-// differs stays as it was.
+// What becomes of `text` when the user has made `edited` of what was shown of it. What was not touched stays
+// as it was, and a sign that was moved or copied is what it stood for.
 QString EditedText(const QString &text, QStringView edited);
 
 } // namespace wb
