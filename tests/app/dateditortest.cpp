@@ -6,6 +6,7 @@
 
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTimer>
 
 namespace wb
 {
@@ -77,6 +78,17 @@ TEST_F(DatPage, OpensWalksChangesSavesAndAsks)
     EXPECT_FALSE(window->isVisible());
     const DatTree saved = DatLoadFile(folder.Path(u"a.dat"_s));
     EXPECT_EQ(u"0 72\n"_s, saved.Value(1) + u' ' + saved.Value(5));
+}
+
+TEST_F(DatPage, ClosingWhileAFileIsReadEndsReading)
+{
+    QTimer::singleShot(0, [this] {
+        Click("cmdClose");
+        EXPECT_TRUE(window->isVisible() && !Find("cmdDAT_Open")->isEnabled());
+    });
+    Do(u"cmdDAT_Open"_s, u"%=@\\=@\\a.dat"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
+    EXPECT_EQ(u"o----- Объектов: 0"_s, State());
 }
 
 } // namespace

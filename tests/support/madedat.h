@@ -6,42 +6,32 @@
 
 #include <QStringList>
 
-#include <string>
-
 namespace wb
 {
 
 inline ByteArray MadeDat(const QString &notation)
 {
     ByteArray bytes;
-    const auto add = [&bytes](std::int64_t value, int size) {
+    const auto add = [&bytes](const QString &number, int size) {
         for (int shift = 0; shift < 8 * size; shift += 8)
-            bytes.push_back(static_cast<std::uint8_t>(value >> shift));
+            bytes.push_back(static_cast<std::uint8_t>(number.toInt() >> shift));
     };
     for (const QString &word : notation.split(u' ', Qt::SkipEmptyParts)) {
-        const QChar sort = word[0];
-        if (sort == u'N' || sort == u'P') {
-            add(sort == u'N', 1);
-            add(word.mid(1).toInt(), 4);
-            continue;
-        }
         const QString head = word.section(u':', 0, 0), texts = word.section(u':', 1);
-        if (sort == u'v' || sort == u'b') {
-            add(head.mid(1).section(u',', 0, 0).toInt(), 4);
-            add(head.section(u',', 1).toInt(), 4);
+        const auto sort = int(QStringLiteral("PNvb").indexOf(word[0]));
+        add(sort < 0 ? head : QString::number(sort % 2 + sort / 2), sort < 2 ? 1 : 0);
+        if (sort >= 0)
+            add(head.mid(1).section(u',', 0, 0), 4);
+        if (sort >= 2) {
+            add(head.section(u',', 1), 4);
+            add(QString::number(sort - 1), 1);
         }
-        add(sort == u'v' ? 1 : sort == u'b' ? 2 : head.toInt(), 1);
-        DatWriteText(bytes, texts.section(u'=', 0, 0));
-        if (sort != u'b')
+        if (sort < 0 || sort >= 2)
+            DatWriteText(bytes, texts.section(u'=', 0, 0));
+        if (sort < 0 || sort == 2)
             DatWriteText(bytes, texts.section(u'=', 1));
     }
     return bytes;
-}
-
-// A block in a block, so many times.
-inline QString NestedDat(int depth)
-{
-    return QStringLiteral("N1 b1:a ").repeated(depth) + QStringLiteral("P1 1:b=c");
 }
 
 } // namespace wb
