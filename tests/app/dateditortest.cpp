@@ -88,7 +88,7 @@ TEST_F(DatPage, ClosingWhileAFileIsReadEndsReading)
     });
     Do(u"cmdDAT_Open"_s, u"%=@\\=@\\a.dat"_s);
     EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
-    EXPECT_EQ(u"o----- Объектов: 0"_s, State());
+    EXPECT_EQ(u"------ @ Объектов: 2"_s, State());
 }
 
 } // namespace
