@@ -124,7 +124,6 @@ void frmMain::MakePages()
         new ViewerPage(m_settings, m_dialogs, *m_status, m_abort, m_res, m_unpackJob, m_datEditor, m_pages);
     auto *creator = new GiCreatorPage(m_settings, m_dialogs, m_res, m_pages);
     auto *gaiEditor = new GaiEditorPage(m_settings, m_dialogs, *m_log, m_res, m_pages);
-    auto *datEditor = new DatEditorPage(m_datEditor, m_pages);
     auto *unpacker = new UnpackerPage(m_settings, m_dialogs, m_unpackJob, m_pages);
     auto *packer = new PackerPage(m_settings, m_dialogs, m_packJob, m_pages);
     auto *options = new OptionsPage(m_settings, m_dialogs, m_pages);
@@ -132,7 +131,7 @@ void frmMain::MakePages()
     pages[ViewerIndex] = m_viewer;
     pages[GiCreatorIndex] = creator;
     pages[GaiEditorIndex] = gaiEditor;
-    pages[DatEditorIndex] = datEditor;
+    pages[DatEditorIndex] = new DatEditorPage(m_datEditor, m_pages);
     pages[UnpackerIndex] = unpacker;
     pages[PackerIndex] = packer;
     pages[OptionsIndex] = options;

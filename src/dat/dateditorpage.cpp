@@ -95,14 +95,27 @@ void DatEditorPage::ShowState()
 {
     const DatEditorState &state = m_editor.State();
     const bool isFree = !m_editor.IsBusy();
+    if (!isFree)
+        m_focused = window()->focusWidget();
     cmdDAT_Open->setEnabled(isFree);
     for (QWidget *control :
          std::initializer_list<QWidget *>{cmdDAT_Save, cmdDAT_SaveAs, cmdDAT_Close, chkDAT_ZL})
         control->setEnabled(isFree && state.DocOpen());
     chkDAT_ZL->setChecked(state.Tree().IsZL);
     txtText->setEnabled(isFree && state.ValueSelected());
+    if (isFree)
+        GiveFocusBack();
     lblDAT_Path->setText(DisplayName(state.DatPath()) +
                          (state.Modified() ? QStringLiteral(" *") : QString()));
+}
+
+// The control that had the focus, and was disabled meanwhile, gets it back.
+void DatEditorPage::GiveFocusBack()
+{
+    QWidget *focused = m_focused;
+    if (focused != nullptr && isAncestorOf(focused))
+        focused->setFocus();
+    m_focused = nullptr;
 }
 
 void DatEditorPage::ShowValue()

@@ -5,6 +5,8 @@
 #include "dat/dateditor.h"
 #include "widgets/page.h"
 
+#include <QPointer>
+
 class QCheckBox;
 class QLabel;
 class QPushButton;
@@ -33,6 +35,7 @@ private:
     QWidget *MakeValue();
     void ConnectControls();
     void ShowState();
+    void GiveFocusBack();
     void ShowValue();
 
     DatEditor &m_editor;
@@ -44,6 +47,7 @@ private:
     ElidedLabel *lblDAT_Path;
     ValueBox *txtText;
     QLabel *lblDAT_Work;
+    QPointer<QWidget> m_focused; // when work began
 };
 
 } // namespace wb
