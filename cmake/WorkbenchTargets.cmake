@@ -6,15 +6,18 @@ set(CMAKE_CXX_FLAGS_RELEASE "-O3 -DNDEBUG")
 add_library(workbench_flags INTERFACE)
 # -Wrestrict: GCC 12 sees overlaps in std::string that are not there (GCC bug 105651).
 target_compile_options(workbench_flags INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference
-  -Wduplicated-cond -Wlogical-op -Wundef -Wno-restrict
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Wundef
+  $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond;-Wlogical-op;-Wno-restrict>
   $<$<BOOL:${WORKBENCH_WERROR}>:-Werror>)
 if(WORKBENCH_SANITIZE)
   # GCC's -Wnull-dereference and friends give false alarms on instrumented code.
   target_compile_options(workbench_flags INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
-    -Wno-null-dereference -Wno-maybe-uninitialized)
+    -Wno-null-dereference $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   target_link_options(workbench_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(WORKBENCH_FUZZ)
+  target_compile_options(workbench_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 target_compile_definitions(workbench_flags INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)

@@ -70,6 +70,13 @@ PLACES
 gai 'Звёзды/Эскадра' "$work"/ships/*.gi --box 0,0,640,480 --background --crop
 cp "$work/game/Звёзды/Фон.gi" "$work/game/Звёзды/Эскадра.gi"
 
+# Full pictures, and the animation that is made of what changes in them; it is drawn over the first one.
+"$bin/workbench-cli" animate --quiet "$work/game/Интерфейс/Радар.gai" "$work"/drawn/Интерфейс/Радар/*.png
+"$bin/workbench-cli" gi "$work/drawn/Интерфейс/Радар/Радар_000.png" "$work/game/Интерфейс/Радар.gi" --type 0
+
+# The same explosion as small indexed frames.
+"$bin/workbench-cli" hai --quiet "$work/game/Разное/Взрыв.hai" "$work"/drawn/Разное/Взрыв/*.png
+
 # The same data compressed, as most of the game's data files are.
 "$bin/workbench-cli" dat export "$work/game/Данные/Игра.dat" "$work/data.json"
 "$bin/workbench-cli" dat import "$work/data.json" "$work/game/Данные/Игра-ZL.dat" --zl

@@ -1,17 +1,19 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing. Usage: scripts/setup.sh run|test|bench
+# Installs the Debian packages that are missing. Usage: scripts/setup.sh run|test|fuzz|bench
 set -euo pipefail
 
 run_packages=(g++ cmake ninja-build qt6-base-dev qt6-translations-l10n libxcb1-dev libpng-dev libjpeg-dev
   zlib1g-dev libdeflate-dev libsquish-dev librsvg2-bin fonts-inter)
-test_packages=(libgtest-dev libgmock-dev xvfb xauth openbox xdotool x11-utils picom)
+test_packages=(libgtest-dev libgmock-dev xvfb xauth openbox xdotool x11-utils picom strace)
+fuzz_packages=(clang "libclang-rt-14-dev" libgtest-dev)
 bench_packages=(libbenchmark-dev libimagequant-dev libsimdjson-dev zip unzip)
 
 case "${1:-}" in
   run) wanted=("${run_packages[@]}") ;;
   test) wanted=("${run_packages[@]}" "${test_packages[@]}") ;;
+  fuzz) wanted=("${run_packages[@]}" "${fuzz_packages[@]}") ;;
   bench) wanted=("${run_packages[@]}" "${bench_packages[@]}") ;;
-  *) echo "usage: $0 run|test|bench" >&2; exit 2 ;;
+  *) echo "usage: $0 run|test|fuzz|bench" >&2; exit 2 ;;
 esac
 
 missing=()

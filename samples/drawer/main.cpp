@@ -146,15 +146,22 @@ void WriteData(const Folder &game)
               WriteDat({{}, {}, {{u"Версия"_s, u"1.0"_s, {}}, crafts, planets, greetings}}));
 }
 
+void DrawSequence(const Folder &game, const Folder &drawn, const QString &name, const QImage &frame,
+                  int number)
+{
+    const QString path = u"%1_%2.png"_s.arg(name).arg(number, 3, 10, QChar(u'0'));
+    game.Save(path, frame);
+    drawn.Save(path, frame);
+}
+
 void DrawExtras(const Folder &game, const Folder &drawn)
 {
-    constexpr int frames = 12;
-    for (int i = 0; i < frames; ++i) {
-        const QImage frame = DrawExplosion(128, i, frames);
-        const QString name = u"Разное/Взрыв/Взрыв_%1.png"_s.arg(i, 3, 10, QChar(u'0'));
-        game.Save(name, frame);
-        drawn.Save(name, frame);
-    }
+    constexpr int explosion = 12;
+    for (int i = 0; i < explosion; ++i)
+        DrawSequence(game, drawn, u"Разное/Взрыв/Взрыв"_s, DrawExplosion(128, i, explosion), i);
+    constexpr int radar = 24;
+    for (int i = 0; i < radar; ++i)
+        DrawSequence(game, drawn, u"Интерфейс/Радар/Радар"_s, DrawRadar(i, radar), i);
     // A download that broke off.
     QByteArray whole;
     QBuffer buffer(&whole);

@@ -2,6 +2,10 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QtMath>
+
+#include <cmath>
+#include <utility>
 
 namespace wb
 {
@@ -130,6 +134,38 @@ QImage DrawButton(ButtonState state)
     painter.setPen(QPen(QColor::fromRgba(look.glyph), 4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPolyline(QPolygonF({{62, 13}, {72, 23}, {62, 33}}));
     painter.drawLine(QPointF(44, 23), QPointF(70, 23));
+    painter.end();
+    return Finish(image);
+}
+
+QImage DrawRadar(int frame, int frames)
+{
+    constexpr double whole = 360;
+    const double beam = whole * frame / frames;
+    QImage image(160, 160, QImage::Format_RGB32);
+    image.fill(QColor(0x0B, 0x14, 0x12));
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(80, 80);
+    QConicalGradient sweep(0, 0, beam); // the picture's angles run against the clock, and so does the beam
+    sweep.setColorAt(0, QColor(0x0F, 0x2A, 0x20));
+    sweep.setColorAt(0.75, QColor(0x0F, 0x2A, 0x20));
+    sweep.setColorAt(1, QColor(0x3A, 0xB8, 0x72));
+    painter.setPen(QPen(QColor(0x2E, 0x7A, 0x58), 1));
+    painter.setBrush(sweep);
+    painter.drawEllipse(QPointF(0, 0), 72, 72);
+    painter.setBrush(Qt::NoBrush);
+    for (const double radius : {24.0, 48.0})
+        painter.drawEllipse(QPointF(0, 0), radius, radius);
+    painter.drawLine(-72, 0, 72, 0);
+    painter.drawLine(0, -72, 0, 72);
+    painter.setPen(Qt::NoPen);
+    for (const auto &[angle, radius] : {std::pair(35.0, 54.0), {140.0, 33.0}, {255.0, 60.0}, {310.0, 40.0}}) {
+        const double passed = std::fmod(beam - angle + whole, whole) / whole; // since the beam lit it
+        const double turned = qDegreesToRadians(angle);
+        painter.setBrush(QColor(0xC8, 0xFF, 0xD8, int(255 * (1 - passed))));
+        painter.drawEllipse(QPointF(radius * std::cos(turned), -radius * std::sin(turned)), 3.5, 3.5);
+    }
     painter.end();
     return Finish(image);
 }

@@ -18,4 +18,7 @@ QImage DrawButton(ButtonState state);
 // A captain in a picture of at most 256 colours, of which one is fully transparent; 128 x 160, 8-bit indexed.
 QImage DrawPortrait();
 
+// An opaque screen on which a beam goes round once in `frames` pictures and lights what it passes; 160 x 160.
+QImage DrawRadar(int frame, int frames);
+
 } // namespace wb

@@ -31,6 +31,7 @@ void FrameList::Add(FrameBuf frame, const QString &name)
 {
     m_frames.push_back(std::move(frame));
     m_names.push_back(name);
+    m_isModified = true;
     if (Count() == 1)
         Select(0);
 }
@@ -43,7 +44,7 @@ bool FrameList::RemoveSelected()
     m_names.removeAt(m_selected);
     m_selected = std::min(m_selected, Count() - 1);
     m_current = std::max(m_selected, 0);
-    return true;
+    return m_isModified = true;
 }
 
 bool FrameList::MoveSelected(std::int32_t distance)
@@ -54,7 +55,7 @@ bool FrameList::MoveSelected(std::int32_t distance)
     std::swap(m_frames[std::size_t(m_selected)], m_frames[std::size_t(other)]);
     m_names.swapItemsAt(m_selected, other);
     Select(other);
-    return true;
+    return m_isModified = true;
 }
 
 void FrameList::Clear()

@@ -47,11 +47,17 @@ public:
 
     void Clear();
 
+    // There are frames, and something has changed since they were opened or saved. Adding, removing and
+    // moving are seen here; whoever changes a frame, or opens or saves them, says so.
+    bool HasUnsavedWork() const { return m_isModified && !IsEmpty(); }
+    void SetModified(bool isModified) { m_isModified = isModified; }
+
 private:
     std::vector<FrameBuf> m_frames;
     QStringList m_names; // of the frames
     std::int32_t m_selected = -1;
     std::int32_t m_current = 0;
+    bool m_isModified = false;
 };
 
 } // namespace wb

@@ -85,33 +85,47 @@ FrameListPane::FrameListPane(const Names &names, const frmRes &res, QWidget *par
 
 QWidget *FrameListPane::MakeButtons(const Names &names, const frmRes &res)
 {
-    auto *bar = new QWidget(this);
-    m_buttons = new QHBoxLayout(bar);
+    m_bar = new QWidget(this);
+    m_buttons = new QHBoxLayout(m_bar);
     m_buttons->setContentsMargins(0, 0, 0, 0);
     m_buttons->setSpacing(2);
-    m_buttons->addStretch(1);
-    auto *add = new PictureButton(names.Add, res.imgAddFrame, tr("Добавить кадры из файлов"), bar);
-    auto *remove = new PictureButton(names.Remove, res.imgRemoveFrame, tr("Удалить кадр (Del)"), bar);
+    auto *add = new PictureButton(names.Add, res.imgAddFrame, tr("Добавить кадры из файлов"), m_bar);
+    auto *remove = new PictureButton(names.Remove, res.imgRemoveFrame, tr("Удалить кадр (Del)"), m_bar);
     connect(add, &QToolButton::clicked, this, &FrameListPane::AddWanted);
     connect(remove, &QToolButton::clicked, this, &FrameListPane::RemoveWanted);
-    AddButton(add);
-    AddButton(remove);
-    if (names.Move.isEmpty())
-        return bar;
-    auto *up =
-        new PictureButton(names.Move + QStringLiteral("(0)"), res.imgUp, tr("Передвинуть кадр выше"), bar);
-    auto *down =
-        new PictureButton(names.Move + QStringLiteral("(1)"), res.imgDown, tr("Передвинуть кадр ниже"), bar);
-    connect(up, &QToolButton::clicked, this, [this] { Q_EMIT MoveWanted(-1); });
-    connect(down, &QToolButton::clicked, this, [this] { Q_EMIT MoveWanted(1); });
-    AddButton(up);
-    AddButton(down);
-    return bar;
+    m_buttons->addWidget(add);
+    m_buttons->addWidget(remove);
+    if (!names.Move.isEmpty())
+        AddMoveButtons(names.Move, res);
+    m_buttons->addStretch(1);
+    return m_bar;
 }
 
-void FrameListPane::AddButton(PictureButton *button)
+void FrameListPane::AddMoveButtons(const QString &name, const frmRes &res)
 {
-    m_buttons->insertWidget(m_buttons->count() - 1, button); // the stretch stays last
+    auto *up = new PictureButton(name + QStringLiteral("(0)"), res.imgUp, tr("Передвинуть кадр выше"), m_bar);
+    auto *down =
+        new PictureButton(name + QStringLiteral("(1)"), res.imgDown, tr("Передвинуть кадр ниже"), m_bar);
+    connect(up, &QToolButton::clicked, this, [this] { Q_EMIT MoveWanted(-1); });
+    connect(down, &QToolButton::clicked, this, [this] { Q_EMIT MoveWanted(1); });
+    m_buttons->addWidget(up);
+    m_buttons->addWidget(down);
+}
+
+void FrameListPane::AddButton(QWidget *button)
+{
+    m_buttons->addWidget(button);
+}
+
+void FrameListPane::FocusList()
+{
+    m_list->setFocus();
+}
+
+void FrameListPane::SetChangeable(bool isChangeable)
+{
+    m_bar->setEnabled(isChangeable);
+    m_list->setAcceptDrops(isChangeable);
 }
 
 void FrameListPane::ShowFrames(const FrameList &frames)

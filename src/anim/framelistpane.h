@@ -13,7 +13,6 @@ namespace wb
 
 class FrameList;
 class ListBox;
-class PictureButton;
 
 class FrameListPane : public QWidget
 {
@@ -34,8 +33,13 @@ public:
     // Shows other frames, or the same in another order, and the line selected.
     void ShowFrames(const FrameList &frames);
 
-    // Puts a further button behind the others.
-    void AddButton(PictureButton *button);
+    // Puts a further button behind the others, as far from them as there is room.
+    void AddButton(QWidget *button);
+
+    void FocusList();
+
+    // Whether frames can be added, removed and moved.
+    void SetChangeable(bool isChangeable);
 
 Q_SIGNALS:
     void AddWanted();
@@ -48,7 +52,9 @@ Q_SIGNALS:
 
 private:
     QWidget *MakeButtons(const Names &names, const frmRes &res);
+    void AddMoveButtons(const QString &name, const frmRes &res);
 
+    QWidget *m_bar = nullptr;
     QHBoxLayout *m_buttons = nullptr;
     ListBox *m_list;
 };

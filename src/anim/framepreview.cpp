@@ -85,6 +85,8 @@ void FramePreview::ShowPlace(int count, int current, bool isBusy)
 {
     m_count = count;
     m_isBusy = isBusy;
+    if (count < 2)
+        m_timer.stop();
     const QSignalBlocker silent(m_slider);
     m_slider->setMaximum(std::max(count - 1, 1));
     m_slider->setValue(current);
@@ -98,8 +100,14 @@ void FramePreview::ShowPicture(const QImage &frame)
 {
     if (!m_picture->Show(frame, frame.size()))
         m_picture->Clear();
-    m_size->setText(frame.isNull() ? NoText
-                                   : QStringLiteral("|  %1 x %2").arg(frame.width()).arg(frame.height()));
+    m_size->setText(frame.isNull()
+                        ? NoText
+                        : m_sizeBar + QStringLiteral("%1 x %2").arg(frame.width()).arg(frame.height()));
+}
+
+void FramePreview::SetSizeBar(const QString &bar)
+{
+    m_sizeBar = bar;
 }
 
 void FramePreview::SetBackColour(std::int32_t colour)
@@ -115,7 +123,13 @@ void FramePreview::ShowWork(const QString &what, int done, int all)
 
 void FramePreview::ClearWork()
 {
-    m_info->setText(NoText);
+    ShowNote(m_note);
+}
+
+void FramePreview::ShowNote(const QString &note)
+{
+    m_note = note;
+    m_info->setText(note.isEmpty() ? NoText : QStringLiteral("|  ") + note);
 }
 
 void FramePreview::StopPlaying()

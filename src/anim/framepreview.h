@@ -25,17 +25,21 @@ public:
     FramePreview(const QString &page, const frmRes &res, QWidget *parent);
 
     // There are so many frames, and the one at `current` is shown. Nothing can be moved or played while the
-    // page is busy.
+    // page is busy; fewer than two frames end playing.
     void ShowPlace(int count, int current, bool isBusy);
 
     // The frame over a platform colour value, with the size it has; a null image for none.
     void ShowPicture(const QImage &frame);
+    void SetSizeBar(const QString &bar);     // what stands before the size, if not "|  "
     void SetBackColour(std::int32_t colour); // around the frame
 
     // How far a job is: "|  Чтение фреймов: 1 / 3" for `what` = "Чтение фреймов: ". Seen at once, also when
     // no event runs.
     void ShowWork(const QString &what, int done, int all);
     void ClearWork();
+
+    // What stands there when no job runs; without bars before it.
+    void ShowNote(const QString &note);
 
     void StopPlaying();
 
@@ -53,6 +57,8 @@ private:
     const frmRes &m_res;
     int m_count = 0;
     bool m_isBusy = false;
+    QString m_note;
+    QString m_sizeBar = QStringLiteral("|  ");
     QTimer m_timer{this};
     PictureButton *m_play;
     QSlider *m_slider;

@@ -1,15 +1,11 @@
 #include "anim/gaieditorpage.h"
 
-#include "anim/framelistpane.h"
-#include "anim/framepreview.h"
-#include "common/paths.h"
 #include "services/uitext.h"
 #include "widgets/dibimage.h"
 #include "widgets/numberfield.h"
 #include "widgets/optionframe.h"
 
 #include <QCheckBox>
-#include <QCoreApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -21,10 +17,8 @@ namespace wb
 namespace
 {
 
-constexpr int ListWidth = 208;
 constexpr int SideWidth = 256;
 constexpr int CaptionWidth = 68;
-constexpr int Gap = 12;
 
 QString GaiFilter()
 {
@@ -43,7 +37,7 @@ struct GaiEditorPage::Number {
 
 GaiEditorPage::GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &log, const frmRes &res,
                              QWidget *parent)
-    : Page(parent), m_settings(settings), m_dialogs(dialogs), m_log(log), m_res(res),
+    : FramePage(settings, dialogs, res, parent), m_log(log),
       m_list(new FrameListPane({QStringLiteral("lstGAICR_List"), QStringLiteral("cmdGAICR_Add"),
                                 QStringLiteral("cmdGAICR_Remove"), QStringLiteral("cmdGAICR_MoveFrame")},
                                res, this)),
@@ -51,42 +45,20 @@ GaiEditorPage::GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &lo
       cmdGAICR_Clean(NewButton("cmdGAICR_Clean", tr("Очистить"), tr("Убрать все кадры и начать заново"))),
       cmdGAICR_Compile(NewButton("cmdGAICR_Compile", tr("Проверить"), tr("Найти ошибки в проекте"))),
       cmdGAICR_SaveGAI(
-          NewButton("cmdGAICR_SaveGAI", tr("Сохранить GAI…"), tr("Проверить проект и записать файл GAI"))),
-      m_preview(new FramePreview(QStringLiteral("GAICR"), res, this)),
-      m_options(new CompactFrame(tr("Атрибуты GAI"), this)),
-      chkGAICR_HaveBg(NewOption("chkGAICR_HaveBg", tr("GAI файл требует фоновый GI-фрейм"),
-                                tr("Анимация рисуется поверх картинки с тем же именем"),
-                                &GaiWriting::Background)),
-      chkGAICR_Packed(NewOption("chkGAICR_Packed", tr("Сжимать GI-фреймы"), tr("Файл займёт меньше места"),
-                                &GaiWriting::Packed)),
-      chkGAICR_CropNull(NewOption("chkGAICR_CropNull", tr("Подрезать прозрачные пикселы по краям GI-фреймов"),
-                                  tr("Кроме кадров типа 4"), &GaiWriting::Crop)),
-      m_side(new QWidget(this))
+          NewButton("cmdGAICR_SaveGAI", tr("Сохранить GAI…"), tr("Проверить проект и записать файл GAI")))
 {
-    FillOptionFrame();
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(Gap, Gap, Gap, 10);
-    row->setSpacing(Gap);
-    m_list->setFixedWidth(ListWidth);
-    row->addWidget(m_list);
-    row->addWidget(MakeMiddle(), 1);
-    row->addWidget(MakeSide());
+    const Columns columns = LayOut(m_list, {cmdGAICR_OpenGAI, cmdGAICR_Clean},
+                                   {cmdGAICR_Compile, cmdGAICR_SaveGAI}, QStringLiteral("GAICR"));
+    columns.Middle->addWidget(MakeOptions());
+    columns.All->addWidget(MakeSide());
     ConnectControls();
-    ShowList();
-}
-
-QPushButton *GaiEditorPage::NewButton(const char *name, const QString &caption, const QString &tip)
-{
-    auto *button = new QPushButton(caption, this);
-    button->setObjectName(QLatin1String(name));
-    button->setToolTip(tip);
-    return button;
+    ShowFrames();
 }
 
 QCheckBox *GaiEditorPage::NewOption(const char *name, const QString &caption, const QString &tip,
                                     bool GaiWriting::*option)
 {
-    auto *box = new QCheckBox(caption, this);
+    auto *box = new QCheckBox(caption, m_options);
     box->setObjectName(QLatin1String(name));
     box->setToolTip(tip);
     connect(box, &QCheckBox::toggled, this, [this, option](bool isOn) {
@@ -97,29 +69,28 @@ QCheckBox *GaiEditorPage::NewOption(const char *name, const QString &caption, co
     return box;
 }
 
-QWidget *GaiEditorPage::MakeMiddle()
+QWidget *GaiEditorPage::MakeOptions()
 {
-    auto *middle = new QWidget(this);
-    auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(8);
-    buttons->addWidget(cmdGAICR_OpenGAI);
-    buttons->addWidget(cmdGAICR_Clean);
-    buttons->addStretch(1);
-    buttons->addWidget(cmdGAICR_Compile);
-    buttons->addWidget(cmdGAICR_SaveGAI);
-    cmdGAICR_SaveGAI->setProperty("primary", true);
-    auto *column = new QVBoxLayout(middle);
+    m_options = new CompactFrame(tr("Атрибуты GAI"), this);
+    chkGAICR_HaveBg =
+        NewOption("chkGAICR_HaveBg", tr("GAI файл требует фоновый GI-фрейм"),
+                  tr("Анимация рисуется поверх картинки с тем же именем"), &GaiWriting::Background);
+    chkGAICR_Packed = NewOption("chkGAICR_Packed", tr("Сжимать GI-фреймы"), tr("Файл займёт меньше места"),
+                                &GaiWriting::Packed);
+    chkGAICR_CropNull = NewOption("chkGAICR_CropNull", tr("Подрезать прозрачные пикселы по краям GI-фреймов"),
+                                  tr("Кроме кадров типа 4"), &GaiWriting::Crop);
+    auto *column = new QVBoxLayout(m_options);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(8);
-    column->addLayout(buttons);
-    column->addWidget(m_preview, 1);
-    column->addWidget(m_options);
-    return middle;
+    column->setSpacing(0);
+    for (QCheckBox *option : {chkGAICR_HaveBg, chkGAICR_Packed, chkGAICR_CropNull})
+        column->addWidget(option);
+    return m_options;
 }
 
 QWidget *GaiEditorPage::MakeSide()
 {
     const auto copyTip = [](const QString &what) { return tr("Дать %1 этого кадра всем кадрам").arg(what); };
+    m_side = new QWidget(this);
     m_side->setFixedWidth(SideWidth);
     auto *column = new QVBoxLayout(m_side);
     column->setContentsMargins(0, 0, 0, 0);
@@ -190,32 +161,14 @@ QWidget *GaiEditorPage::MakeTypeFrame()
     return optGAICR_GIType;
 }
 
-void GaiEditorPage::FillOptionFrame()
-{
-    auto *column = new QVBoxLayout(m_options);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    for (QCheckBox *option : {chkGAICR_HaveBg, chkGAICR_Packed, chkGAICR_CropNull})
-        column->addWidget(option);
-}
-
 void GaiEditorPage::ConnectControls()
 {
-    connect(m_list, &FrameListPane::AddWanted, this, &GaiEditorPage::AddFromDialog);
+    connect(m_list, &FrameListPane::AddWanted, this, [this] {
+        AddFrom(UiText(TextPngAndGiFiles) + QStringLiteral(" (*.png, *.gi)|*.png;*.gi"),
+                [this](const QStringList &paths) { AddFiles(paths); });
+    });
     connect(m_list, &FrameListPane::FilesDropped, this, &GaiEditorPage::AddDropped);
-    connect(m_list, &FrameListPane::RemoveWanted, this, &GaiEditorPage::RemoveFrame);
-    connect(m_list, &FrameListPane::MoveWanted, this, [this](int distance) {
-        m_project.MoveSelected(distance);
-        ShowList();
-    });
-    connect(m_list, &FrameListPane::LineSelected, this, [this](int line) {
-        m_project.Select(line);
-        ShowFrame();
-    });
-    connect(m_preview, &FramePreview::FrameWanted, this, [this](int frame) {
-        m_project.SetCurrent(frame);
-        ShowFrame();
-    });
+    Connect(m_list, m_project);
     connect(cmdGAICR_OpenGAI, &QPushButton::clicked, this, &GaiEditorPage::Open);
     connect(cmdGAICR_Clean, &QPushButton::clicked, this, &GaiEditorPage::Clean);
     connect(cmdGAICR_Compile, &QPushButton::clicked, this, &GaiEditorPage::Check);
@@ -224,56 +177,13 @@ void GaiEditorPage::ConnectControls()
     connect(cmdGAICR_GIType, &QPushButton::clicked, this, [this] { m_project.CopyTypeToAll(); });
 }
 
-// Runs what yields to events after each of its items and shows how far it is; the page is disabled meanwhile.
-void GaiEditorPage::RunJob(UiTextIndex what, const std::function<void(const GaiProject::Step &)> &job)
-{
-    QWidget *focused = window()->focusWidget();
-    job([this, what](std::int32_t done, std::int32_t all) {
-        m_preview->ShowWork(UiText(what), done, all);
-        Refresh();
-        QCoreApplication::processEvents();
-    });
-    m_preview->ClearWork();
-    ShowList();
-    if (focused != nullptr && isAncestorOf(focused))
-        focused->setFocus();
-    Q_EMIT Idle();
-}
-
-QString GaiEditorPage::ProposedPath() const
-{
-    return PathIn(m_settings.OpenDir, m_project.FileName());
-}
-
-bool GaiEditorPage::MayClose()
-{
-    return !m_project.HasUnsavedWork() ||
-           AskToSave(m_dialogs, m_project.FileName(), [this] { return Save(); });
-}
-
 void GaiEditorPage::Open()
 {
-    if (!MayClose())
-        return;
-    const QString path = m_dialogs.OpenFile(GaiFilter(), ProposedPath());
-    if (path.isEmpty())
-        return;
-    m_preview->StopPlaying();
-    bool isRead = false;
-    std::int32_t leftOut = 0;
-    RunJob(TextReadingFrames, [&](const GaiProject::Step &step) {
-        isRead = m_project.Open(path, [&](std::int32_t done, std::int32_t all) {
-            leftOut = all - done;
-            step(done, all);
-        });
+    OpenFrom(GaiFilter(), UiText(TextReadingFrames), [this](const QString &path, const FrameStep &step) {
+        const auto leftOut = m_project.Open(path, step);
+        chkGAICR_HaveBg->setChecked(m_project.Options().Background);
+        return leftOut;
     });
-    chkGAICR_HaveBg->setChecked(m_project.Options().Background);
-    m_settings.OpenDir = GetFolder(path);
-    if (!isRead)
-        ReportFileError(m_dialogs, FileError::AccessError);
-    else if (leftOut > 0)
-        m_dialogs.Information(tr("Памяти хватило не на все кадры. Не прочитано: %1").arg(leftOut),
-                              UiText(TextInformation));
 }
 
 bool GaiEditorPage::Check()
@@ -287,20 +197,13 @@ bool GaiEditorPage::Check()
 
 bool GaiEditorPage::Save()
 {
+    const Command command(*this);
     if (Check())
         m_log.Hide();
     else if (!m_dialogs.Warning(UiText(TextGaiHasErrors), UiText(TextErrors)))
         return false;
-    const QString path = m_dialogs.SaveFile(GaiFilter(), ProposedPath());
-    if (path.isEmpty())
-        return false;
-    bool isWritten = false;
-    RunJob(TextCreatingGiFrames,
-           [&](const GaiProject::Step &step) { isWritten = m_project.Save(path, step); });
-    m_settings.OpenDir = GetFolder(path);
-    if (!isWritten)
-        ReportFileError(m_dialogs, FileError::AccessError);
-    return isWritten;
+    return SaveTo(GaiFilter(), UiText(TextCreatingGiFrames),
+                  [this](const QString &path, const FrameStep &step) { return m_project.Save(path, step); });
 }
 
 void GaiEditorPage::Clean()
@@ -311,23 +214,13 @@ void GaiEditorPage::Clean()
 
 void GaiEditorPage::Release()
 {
-    m_preview->StopPlaying();
     m_project.Clean();
-    ShowList();
-}
-
-void GaiEditorPage::AddFromDialog()
-{
-    const QStringList paths = m_dialogs.OpenFiles(
-        UiText(TextPngAndGiFiles) + QStringLiteral(" (*.png, *.gi)|*.png;*.gi"), m_settings.OpenDir);
-    if (paths.isEmpty())
-        return;
-    AddFiles(paths);
-    m_settings.OpenDir = GetFolder(paths.front());
+    ShowFrames();
 }
 
 void GaiEditorPage::AddDropped(const QStringList &paths)
 {
+    const Command command(*this);
     if (!AddFiles(paths))
         m_dialogs.Information(UiText(TextSomeNotAdded), UiText(TextInformation));
 }
@@ -336,40 +229,31 @@ bool GaiEditorPage::AddFiles(const QStringList &paths)
 {
     m_preview->StopPlaying();
     bool areAllAdded = true;
-    RunJob(TextAddingFrames, [&](const GaiProject::Step &step) {
-        areAllAdded = m_project.AddFiles(paths, [&](std::int32_t done, std::int32_t all) {
-            ShowList();
-            step(done, all);
-        });
-    });
+    RunJob(UiText(TextAddingFrames),
+           [&](const FrameStep &step) { areAllAdded = m_project.AddFiles(paths, step); });
     return areAllAdded;
 }
 
 void GaiEditorPage::TakeFrames(std::span<const std::int32_t> handles, const QStringList &names)
 {
-    const auto count = qsizetype(handles.size());
-    for (qsizetype i = 0; i < count && m_project.AddPicture(handles[std::size_t(i)], names[i]); ++i)
-        if (count > 1)
-            m_preview->ShowWork(UiText(TextAddingFrames), int(i + 1), int(count));
-    m_preview->ClearWork();
-    ShowList();
+    TakeCopies(handles, UiText(TextAddingFrames),
+               [this, names](std::vector<FrameBuf> frames, const FrameStep &step) {
+                   m_project.AddPictures(std::move(frames), names, step);
+               });
 }
 
-void GaiEditorPage::RemoveFrame()
+void GaiEditorPage::TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names)
 {
-    if (m_project.List().Count() <= 2)
-        m_preview->StopPlaying();
-    m_project.RemoveSelected();
-    ShowList();
+    TakeCopies({frames.begin(), frames.end()}, UiText(TextAddingFrames),
+               [this, names](std::vector<FrameBuf> copies, const FrameStep &step) {
+                   m_project.SetValue(GaiProject::Width, copies.front().Width);
+                   m_project.SetValue(GaiProject::Height, copies.front().Height);
+                   m_project.AddGis(std::move(copies), names, step);
+                   chkGAICR_HaveBg->setChecked(true);
+               });
 }
 
-void GaiEditorPage::Redraw()
-{
-    m_preview->SetBackColour(m_settings.BackColor1);
-    ShowFrame();
-}
-
-void GaiEditorPage::ShowList()
+void GaiEditorPage::ShowFrames()
 {
     m_list->ShowFrames(m_project.List());
     ShowFrame();

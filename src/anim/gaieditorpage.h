@@ -1,80 +1,66 @@
 // The "GAI Editor" page: makes an animation of frames, or changes one.
 #pragma once
 
+#include "anim/framepage.h"
 #include "anim/gaiproject.h"
-#include "services/dialogs.h"
 #include "services/logwindow.h"
-#include "services/settings.h"
-#include "widgets/frmres.h"
-#include "widgets/page.h"
 
 #include <array>
-#include <functional>
 #include <initializer_list>
 #include <span>
 
 class QCheckBox;
-class QGridLayout;
-class QPushButton;
 
 namespace wb
 {
 
-class FrameListPane;
-class FramePreview;
 class NumberField;
 class OptionFrame;
-enum UiTextIndex : int;
 
-class GaiEditorPage : public Page
+class GaiEditorPage : public FramePage
 {
     Q_OBJECT
 
 public:
     GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &log, const frmRes &res, QWidget *parent);
 
-    void Redraw() override;
-    bool IsBusy() const override { return m_project.IsBusy(); }
-    void Abort() override { m_project.StopAdding(); }
-    bool MayClose() override;
+    void Abort() override { m_project.Stop(); }
     void Release() override;
 
-    // Adds copies of pictures, each under its name. No event runs meanwhile.
+    // Adds copies of pictures, each under its name, when no command runs.
     void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
+
+    // Likewise adds the frames of an animation that is drawn over a background and gives the box their size.
+    void TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names);
+
+protected:
+    bool HasUnsavedWork() const override { return m_project.HasUnsavedWork(); }
+    QString FileName() const override { return m_project.FileName(); }
+    bool Save() override;
+    void ShowFrames() override;
+    void ShowFrame() override;
 
 private:
     struct Number;
 
-    QPushButton *NewButton(const char *name, const QString &caption, const QString &tip);
     QCheckBox *NewOption(const char *name, const QString &caption, const QString &tip,
                          bool GaiWriting::*option);
-    QWidget *MakeMiddle();
+    QWidget *MakeOptions();
     QWidget *MakeSide();
     QWidget *MakeNumberFrame(const QString &title, std::initializer_list<Number> numbers);
     NumberField *MakeNumber(const Number &number, QWidget *frame);
     QWidget *MakeTypeFrame();
-    void FillOptionFrame();
     void ConnectControls();
 
     void Open();
-    bool Save();
     bool Check();
     void Clean();
-    void AddFromDialog();
     void AddDropped(const QStringList &paths);
     bool AddFiles(const QStringList &paths);
-    void RemoveFrame();
 
-    void RunJob(UiTextIndex what, const std::function<void(const GaiProject::Step &)> &job);
-    QString ProposedPath() const;
-    void ShowList();
-    void ShowFrame();
     void Refresh();
 
-    Settings &m_settings;
-    Dialogs &m_dialogs;
     LogWindow &m_log;
-    const frmRes &m_res;
     GaiProject m_project;
 
     FrameListPane *m_list;
@@ -82,12 +68,11 @@ private:
     QPushButton *cmdGAICR_Clean;
     QPushButton *cmdGAICR_Compile;
     QPushButton *cmdGAICR_SaveGAI;
-    FramePreview *m_preview;
-    QWidget *m_options;
-    QCheckBox *chkGAICR_HaveBg;
-    QCheckBox *chkGAICR_Packed;
-    QCheckBox *chkGAICR_CropNull;
-    QWidget *m_side;
+    QWidget *m_options = nullptr;
+    QCheckBox *chkGAICR_HaveBg = nullptr;
+    QCheckBox *chkGAICR_Packed = nullptr;
+    QCheckBox *chkGAICR_CropNull = nullptr;
+    QWidget *m_side = nullptr;
     std::array<NumberField *, GaiProject::FieldCount> m_numbers{};
     OptionFrame *optGAICR_GIType = nullptr;
     QPushButton *cmdGAICR_GIType = nullptr;

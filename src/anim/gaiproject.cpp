@@ -4,13 +4,9 @@
 #include "common/files.h"
 #include "common/paths.h"
 #include "common/text.h"
-#include "gfx/graphicslibrary.h"
 #include "gfx/pixels.h"
-#include "gi/gidocument.h"
 #include "gi/giformat.h"
-#include "platform/nativepath.h"
-
-#include <QScopedValueRollback>
+#include "gi/picturefile.h"
 
 #include <algorithm>
 
@@ -24,65 +20,75 @@ constexpr std::int32_t GaiBox::*BoxNumbers[] = {&GaiBox::StartX, &GaiBox::StartY
                                                 &GaiBox::Height};
 constexpr std::int32_t FrameBuf::*FrameNumbers[] = {&FrameBuf::X, &FrameBuf::Y, &FrameBuf::Delay};
 
+// So that a frame that was read can be written as the type it has, a type for transparent pictures makes an
+// opaque one count as transparent. One that can't be written at all becomes what an added picture gets.
+void ClassifyRead(FrameBuf &frame)
+{
+    const std::int32_t transType = TransTypeOf(frame);
+    frame.TransType = frame.GiType == 0 ? transType : std::max(transType, 1);
+    if (!GiTypeAllowed(frame.GiType, frame.TransType))
+        frame.GiType = frame.TransType = transType;
+}
+
 } // namespace
 
 void GaiProject::Clean()
 {
-    if (m_isBusy)
+    if (IsBusy())
         return;
     m_list.Clear();
     m_box = NoBox;
     m_lastFrame = NoFrame;
-    m_isModified = false;
 }
 
-bool GaiProject::Open(const QString &path, const Step &step)
+std::optional<std::int32_t> GaiProject::Open(const QString &path, const FrameStep &step)
 {
-    if (m_isBusy)
-        return false;
+    if (IsBusy())
+        return std::nullopt;
     m_fileName = GetFileName(path);
     ByteArray file;
     if (ReadFileBytes(path, file) == 0)
-        return false;
+        return std::nullopt;
     Clean();
-    const QScopedValueRollback busy(m_isBusy, true);
     GaiContents contents = {{}, m_box.StartX, m_box.StartY, m_box.Width, m_box.Height, m_options.Background};
-    ReadGaiProject(file, contents, step);
+    m_job.Run(step, [&](const GoOn &goOn) { ReadGaiProject(file, contents, goOn); });
     m_box = {contents.StartX, contents.StartY, contents.Width, contents.Height};
     m_options.Background = contents.Background == 1;
     for (FrameBuf &frame : contents.Frames) {
-        frame.TransType = TransTypeOf(frame);
+        ClassifyRead(frame);
         m_list.Add(std::move(frame),
                    GetFileTitle(path) + u'_' + ZeroPad(m_list.Count(), 3) + QStringLiteral(".gi"));
     }
-    return true;
+    m_list.SetModified(false);
+    return contents.LeftOut;
 }
 
-bool GaiProject::Save(const QString &path, const Step &step)
+SaveEnd GaiProject::Save(const QString &path, const FrameStep &step)
 {
-    if (m_isBusy)
-        return false;
-    const QScopedValueRollback busy(m_isBusy, true);
+    if (IsBusy())
+        return SaveEnd::Failed;
     m_fileName = GetFileName(path);
-    const ByteArray file = WriteGai(m_box, m_list.Frames(), m_options, step); // empty when it gets too large
-    const bool isWritten = !file.empty() && WriteFileBytes(path, file);
-    if (isWritten)
-        m_isModified = false;
-    return isWritten;
+    const SaveEnd end = m_job.Save(
+        path, step, [&](const GoOn &goOn) { return WriteGai(m_box, m_list.Frames(), m_options, goOn); });
+    if (end == SaveEnd::Saved)
+        m_list.SetModified(false);
+    return end;
 }
 
 void GaiProject::SetOptions(const GaiWriting &options)
 {
-    if (m_isBusy)
+    if (IsBusy())
         return;
     // The others only say how the same animation is stored.
     if (options.Background != m_options.Background)
-        m_isModified = true;
+        m_list.SetModified(true);
     m_options = options;
 }
 
-void GaiProject::Append(FrameBuf frame, const QString &name)
+bool GaiProject::Append(FrameBuf frame, const QString &name)
 {
+    if (!HoldsPicture(frame))
+        return false;
     const bool isFirst = m_list.IsEmpty();
     frame.Delay = Value(Delay);
     frame.GiType = frame.TransType = TransTypeOf(frame);
@@ -91,64 +97,51 @@ void GaiProject::Append(FrameBuf frame, const QString &name)
         m_box.Height = frame.Height;
     }
     m_list.Add(std::move(frame), name);
-    m_isModified = true;
-}
-
-bool GaiProject::AddPicture(std::int32_t handle, const QString &name)
-{
-    FrameBuf frame = DibToFrameBuf(handle);
-    if (m_isBusy || !HoldsPicture(frame))
-        return false;
-    frame.X = m_box.StartX;
-    frame.Y = m_box.StartY;
-    Append(std::move(frame), name);
     return true;
 }
 
-bool GaiProject::AddGi(FrameBuf picture, const QString &name)
+FrameBuf GaiProject::AtStart(FrameBuf picture) const
 {
-    if (m_isBusy || !HoldsPicture(picture))
-        return false;
-    Append(std::move(picture), name);
-    return true;
+    picture.X = m_box.StartX;
+    picture.Y = m_box.StartY;
+    return picture;
 }
 
-bool GaiProject::AddFiles(const QStringList &paths, const Step &step)
+void GaiProject::AddPictures(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step)
 {
-    bool areAllAdded = true;
-    m_isStopping = false;
-    for (qsizetype i = 0; i < paths.size() && !m_isBusy && !m_isStopping; ++i) {
-        const QString &path = paths[i];
-        if (!AddPng(path) && !AddGi(LoadGiFile(path), GetFileName(path)) && FileExists(path))
-            areAllAdded = false;
-        const QScopedValueRollback busy(m_isBusy, true);
-        step(std::int32_t(i + 1), std::int32_t(paths.size()));
-    }
-    return areAllAdded;
+    m_job.AddFrames(std::move(pictures), names, step, [this](FrameBuf picture, const QString &name) {
+        Append(AtStart(std::move(picture)), name);
+    });
 }
 
-bool GaiProject::AddPng(const QString &path)
+void GaiProject::AddGis(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step)
 {
-    const std::int32_t handle = Graphics().VTGF_Read_PNG_File(ToNativePath(path).c_str());
-    const bool isAdded = AddPicture(handle, GetFileName(path));
-    Graphics().VTGF_DIB_Free(handle);
-    return isAdded;
+    m_job.AddFrames(std::move(pictures), names, step,
+                    [this](FrameBuf picture, const QString &name) { Append(std::move(picture), name); });
+}
+
+bool GaiProject::AddFiles(const QStringList &paths, const FrameStep &step)
+{
+    return m_job.AddFiles(paths, step, [&](const QString &path) {
+        FrameBuf picture = ReadPngOrGi(path);
+        const bool isPlaced = !picture.Kind.empty(); // a GI
+        return Append(isPlaced ? std::move(picture) : AtStart(std::move(picture)), GetFileName(path));
+    });
 }
 
 void GaiProject::RemoveSelected()
 {
-    if (m_isBusy)
+    if (IsBusy())
         return;
     if (m_list.Count() == 1)
         m_lastFrame = {Value(X), Value(Y), Value(Delay)};
-    if (m_list.RemoveSelected())
-        m_isModified = true;
+    m_list.RemoveSelected();
 }
 
 void GaiProject::MoveSelected(std::int32_t distance)
 {
-    if (!m_isBusy && m_list.MoveSelected(distance))
-        m_isModified = true;
+    if (!IsBusy())
+        m_list.MoveSelected(distance);
 }
 
 std::int32_t GaiProject::Value(Field field) const
@@ -162,15 +155,15 @@ std::int32_t GaiProject::Value(Field field) const
 void GaiProject::Change(Field field, std::int32_t value)
 {
     FrameBuf *frame = m_list.CurrentFrame();
-    if (m_isBusy || value == Value(field) || (field >= X && frame == nullptr))
+    if (IsBusy() || value == Value(field) || (field >= X && frame == nullptr))
         return;
     (field < X ? m_box.*BoxNumbers[field] : frame->*FrameNumbers[field - X]) = value;
-    m_isModified = true;
+    m_list.SetModified(true);
 }
 
 void GaiProject::SetValue(Field field, std::int64_t value)
 {
-    Change(field, std::int32_t(std::clamp<std::int64_t>(value, 0, MaxValue)));
+    Change(field, std::int32_t(std::clamp<std::int64_t>(value, Value(field) < 0 ? -MaxValue : 0, MaxValue)));
 }
 
 void GaiProject::StepUp(Field field)
@@ -187,11 +180,12 @@ void GaiProject::StepDown(Field field)
 
 void GaiProject::CopyToAll(Field field)
 {
-    if (m_isBusy || field < X)
+    if (IsBusy() || field < X)
         return;
     const std::int32_t value = Value(field);
     for (FrameBuf &frame : m_list.Frames()) {
-        m_isModified |= frame.*FrameNumbers[field - X] != value;
+        if (frame.*FrameNumbers[field - X] != value)
+            m_list.SetModified(true);
         frame.*FrameNumbers[field - X] = value;
     }
 }
@@ -210,21 +204,21 @@ bool GaiProject::CanChooseType(std::int32_t type) const
 
 void GaiProject::SetGiType(std::int32_t type)
 {
-    if (m_isBusy || !CanChooseType(type) || type == GiType())
+    if (IsBusy() || !CanChooseType(type) || type == GiType())
         return;
     m_list.CurrentFrame()->GiType = type;
-    m_isModified = true;
+    m_list.SetModified(true);
 }
 
 void GaiProject::CopyTypeToAll()
 {
-    if (m_isBusy)
+    if (IsBusy())
         return;
     const std::int32_t type = GiType();
     for (FrameBuf &frame : m_list.Frames())
         if (frame.GiType != type && GiTypeAllowed(type, frame.TransType)) {
             frame.GiType = type;
-            m_isModified = true;
+            m_list.SetModified(true);
         }
 }
 

@@ -1,6 +1,7 @@
 // What the GAI editor page works on: frames, the box they lie in, and how they are written.
 #pragma once
 
+#include "anim/framejob.h"
 #include "anim/framelist.h"
 #include "anim/gaiwriter.h"
 
@@ -8,7 +9,8 @@
 
 #include <array>
 #include <cstdint>
-#include <functional>
+#include <optional>
+#include <vector>
 
 namespace wb
 {
@@ -21,29 +23,33 @@ public:
     static constexpr int FieldCount = 7;
     static constexpr std::int32_t MaxValue = 99999;
 
-    // Hears the number of items done and of all. It may let events run: while it is called the project is
-    // busy, and whatever else would change it does nothing.
-    using Step = std::function<void(std::int32_t, std::int32_t)>;
-
     const FrameList &List() const { return m_list; }
     const GaiBox &Box() const { return m_box; }
     const QString &FileName() const { return m_fileName; } // of the GAI last opened or saved, without folder
-    bool IsBusy() const { return m_isBusy; }
+    bool IsBusy() const { return m_job.IsBusy(); }
+
+    // Ends the job that runs: what was read or added stays, Save writes nothing.
+    void Stop() { m_job.Stop(); }
 
     // There are frames, and something has changed since they were opened or saved.
-    bool HasUnsavedWork() const { return m_isModified && !m_list.IsEmpty(); }
+    bool HasUnsavedWork() const { return m_list.HasUnsavedWork(); }
 
     // --- Files
+    //
+    // While one of these, or of those that add frames, calls its step the project is busy, and whatever else
+    // would change it does nothing.
 
     // Takes everything but the name and the options back to what it was at the start.
     void Clean();
 
-    // Replaces all by the animation; by nothing when the file is no GAI. False, with only the name taken
-    // over, when the file can't be read.
-    bool Open(const QString &path, const Step &step);
+    // Replaces all by the animation; by nothing when the file is no GAI. Every frame can be saved again: as
+    // the type it has, also an opaque one of the types 1 to 4, or, of a type above 4, as the one that its
+    // transparency gives an added picture. Gives the number of frames that
+    // memory did not suffice for; nothing, with only the name taken over, when the file can't be read.
+    std::optional<std::int32_t> Open(const QString &path, const FrameStep &step);
 
-    // The name is taken over also when the file can't be written, which gives False.
-    bool Save(const QString &path, const Step &step);
+    // The name is taken over whatever the end.
+    SaveEnd Save(const QString &path, const FrameStep &step);
 
     GaiErrors Check() const { return CheckGaiProject(m_box, m_list.Frames()); }
 
@@ -53,16 +59,15 @@ public:
     // --- Frames
     //
     // A frame that is added gets a type by its transparency, and the delay shown. The first one gives the box
-    // its size. False when there is no picture.
+    // its size. Where there is no picture nothing is added.
 
-    bool AddPicture(std::int32_t handle, const QString &name); // at the start of the box
-    bool AddGi(FrameBuf picture, const QString &name);         // where it lies
+    // At the start of the box; where they lie.
+    void AddPictures(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step);
+    void AddGis(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step);
 
-    // Adds PNG and GI files under their names. False when a file that is there is neither.
-    bool AddFiles(const QStringList &paths, const Step &step);
-
-    // Lets AddFiles end after the file that it is at.
-    void StopAdding() { m_isStopping = true; }
+    // Adds PNG and GI files under their names, the ones as pictures, the others as GIs. False when a file
+    // that is there is neither.
+    bool AddFiles(const QStringList &paths, const FrameStep &step);
 
     void Select(std::int32_t line) { m_list.Select(line); }
     void SetCurrent(std::int32_t frame) { m_list.SetCurrent(frame); }
@@ -71,10 +76,13 @@ public:
 
     // --- Numbers
     //
-    // Without frames those of a frame are what the next one is shown with, and nothing changes them.
+    // Without frames those of a frame are what the next one is shown with, and nothing changes them. Only an
+    // opened animation has negative ones.
 
     std::int32_t Value(Field field) const;
-    void SetValue(Field field, std::int64_t value); // brought between 0 and MaxValue
+
+    // What is beyond 0 and MaxValue is brought inside; a negative number may become any down to -MaxValue.
+    void SetValue(Field field, std::int64_t value);
 
     // Add or subtract 1, unless the number has reached the end of its range.
     void StepUp(Field field);
@@ -99,8 +107,8 @@ public:
 
 private:
     void Change(Field field, std::int32_t value);
-    void Append(FrameBuf frame, const QString &name);
-    bool AddPng(const QString &path);
+    bool Append(FrameBuf frame, const QString &name);
+    FrameBuf AtStart(FrameBuf picture) const;
 
     static constexpr GaiBox NoBox = {0, 0, 300, 300};
     static constexpr std::array<std::int32_t, 3> NoFrame = {0, 0, 50};
@@ -110,9 +118,7 @@ private:
     GaiBox m_box = NoBox;
     GaiWriting m_options;
     std::array<std::int32_t, 3> m_lastFrame = NoFrame; // X, Y and delay of the last frame there was
-    bool m_isModified = false;
-    bool m_isBusy = false;
-    bool m_isStopping = false;
+    FrameJob m_job;
 };
 
 } // namespace wb

@@ -6,8 +6,6 @@
 #include "common/bytes.h"
 #include "gfx/pixels.h"
 #include "gi/gidecoder.h"
-#include "platform/memorystatus.h"
-#include "services/uitext.h"
 
 #include <algorithm>
 #include <cstring>
@@ -66,31 +64,6 @@ private:
     ExpandAhead m_packed;
 };
 
-// The memory that the frames of a document may still take.
-class MemoryBudget
-{
-public:
-    explicit MemoryBudget(std::int64_t limit) : m_left(limit != 0 ? limit : HalfOfFreeMemory()) {}
-
-    bool Holds(std::int64_t bytes) const { return bytes <= m_left; }
-    bool Take(std::int64_t bytes)
-    {
-        const bool holds = Holds(bytes);
-        m_left -= holds ? bytes : 0;
-        return holds;
-    }
-
-private:
-    // One picture of the largest size where the machine does not tell.
-    static std::int64_t HalfOfFreeMemory()
-    {
-        const MemoryStatus memory = QueryMemoryStatus();
-        return memory.TotalBytes != 0 ? memory.AvailableBytes / 2 : MaxPicturePixels * 4;
-    }
-
-    std::int64_t m_left;
-};
-
 void Clear(FrameBuf &canvas)
 {
     std::memset(canvas.Pixels.data(), 0, canvas.Pixels.size());
@@ -113,23 +86,21 @@ bool ServesAsBackground(const FrameBuf &canvas, const GaiHeader &header)
            canvas.Height >= header.Box.Height();
 }
 
-void ShowProgress(void (Progress::*show)(std::int32_t, const QString &), const GaiViewing &viewing,
-                  std::int32_t value, std::int32_t framesRead, std::int32_t count)
-{
-    if (viewing.Bar != nullptr && count > 1)
-        (viewing.Bar->*show)(value, UiText(TextReadingFrames) + QString::number(framesRead) +
-                                        QStringLiteral(" / ") + QString::number(count));
-}
-
 } // namespace
 
-FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const GaiViewing &viewing)
+FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const AnimViewing &viewing)
 {
     const std::optional<GaiHeader> header = ReadGaiHeader(file);
     const std::int64_t boxBytes = header ? PictureBytes(header->Box.Width(), header->Box.Height()) : 0;
     MemoryBudget budget(viewing.MemoryLimit);
-    if (boxBytes == 0 || !budget.Holds(boxBytes))
+    if (boxBytes == 0)
         return {};
+    const std::int32_t count = header->FrameCount;
+    if (!budget.Holds(FrameCost + boxBytes)) {
+        FrameSet document;
+        document.LeftOut = count;
+        return document;
+    }
 
     const bool overBackground = ServesAsBackground(canvas, *header);
     if (!overBackground)
@@ -137,40 +108,23 @@ FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const GaiViewing &view
     const bool drawnAlone =
         !overBackground && (header->Background == 0 || (header->Background == 1 && !viewing.AltMethod));
 
-    const std::int32_t count = header->FrameCount;
     if (count == 0)
         return {};
-    ShowProgress(&Progress::ProgressStart, viewing, count - 1, 0, count);
-    FrameSet document;
-    document.Pictures.resize(std::size_t(count));
-    document.FrameTypes.resize(std::size_t(count));
     FrameDrawer drawer(file, *header);
-    for (std::int32_t i = 0; i < count; ++i) {
-        const bool isAborted = viewing.Abort != nullptr && viewing.Abort->IsSet();
-        if (isAborted || !budget.Take(std::int64_t(canvas.Pixels.size())))
-            break;
+    return ReadFrames("GAI", count, viewing, [&](FrameSet &document, std::int32_t i) {
+        if (!budget.Take(FrameCost + std::int64_t(canvas.Pixels.size())))
+            return false;
         if (drawnAlone && i > 0)
             Clear(canvas);
         drawer.Draw(canvas, ReadGaiFrame(file, *header, i));
-        const std::int32_t picture = FrameBufToDib(canvas);
-        if (picture == 0) // no memory after all
-            break;
-        document.Pictures[std::size_t(i)] = picture;
-        document.FrameTypes[std::size_t(i)] = canvas.GiType;
-        document.Count = i + 1;
-        ShowProgress(&Progress::ProgressStep, viewing, i, i + 1, count);
-    }
-    document.Kind = "GAI";
-    document.InfoText = std::to_string(canvas.GiType);
-    if (viewing.Abort != nullptr)
-        viewing.Abort->Clear();
-    if (viewing.Bar != nullptr && count > 1)
-        viewing.Bar->ProgressClear();
-    return document;
+        document.Pictures[std::size_t(i)] = FrameBufToDib(canvas);
+        document.FrameTypes.push_back(canvas.GiType);
+        document.InfoText = std::to_string(canvas.GiType);
+        return document.Pictures[std::size_t(i)] != 0; // no memory after all
+    });
 }
 
-std::int32_t ReadGaiProject(ByteView file, GaiContents &contents,
-                            const std::function<void(std::int32_t, std::int32_t)> &afterFrame,
+std::int32_t ReadGaiProject(ByteView file, GaiContents &contents, const GoOn &afterFrame,
                             std::int64_t memoryLimit)
 {
     const std::optional<GaiHeader> header = ReadGaiHeader(file);
@@ -191,14 +145,18 @@ std::int32_t ReadGaiProject(ByteView file, GaiContents &contents,
     const std::int64_t boxBytes = PictureBytes(read.Width, read.Height);
     MemoryBudget budget(memoryLimit);
     FrameDrawer drawer(file, *header);
-    for (std::int32_t i = 0; boxBytes != 0 && i < header->FrameCount && budget.Take(boxBytes); ++i) {
+    for (std::int32_t i = 0; boxBytes != 0 && i < header->FrameCount; ++i) {
+        if (!budget.Take(FrameCost + boxBytes)) {
+            read.LeftOut = header->FrameCount - i;
+            break;
+        }
         const GaiFrame frame = ReadGaiFrame(file, *header, i);
         FrameBuf &picture = read.Frames.emplace_back();
         picture.Delay = frame.Delay;
         CoverBox(picture, header->Box, boxBytes);
         drawer.Draw(picture, frame);
-        if (afterFrame)
-            afterFrame(i + 1, header->FrameCount);
+        if (afterFrame && !afterFrame(i + 1, header->FrameCount))
+            break;
     }
     contents = std::move(read);
     return std::int32_t(contents.Frames.size());

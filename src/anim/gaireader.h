@@ -2,30 +2,23 @@
 // cannot hold is left out.
 #pragma once
 
-#include "common/progress.h"
+#include "anim/animviewing.h"
+#include "anim/framejob.h"
+#include "common/bytearray.h"
 #include "gfx/framebuf.h"
 #include "gfx/frameset.h"
-#include "services/abortflag.h"
 
 #include <cstdint>
-#include <functional>
 #include <vector>
 
 namespace wb
 {
 
-struct GaiViewing {
-    bool AltMethod = false;       // frames that want a background pile up where none is given
-    Progress *Bar = nullptr;      // shows the frames read, when there are several
-    AbortFlag *Abort = nullptr;   // asked before each frame; cleared at the end
-    std::int64_t MemoryLimit = 0; // bytes of all pictures together; 0: half of the machine's free memory
-};
-
 // Opens an animation for viewing: each frame is drawn onto `canvas` and becomes a picture of it. `canvas` is
 // empty or holds the background picture, and holds the last frame afterwards. When reading is aborted, or
 // reaches the limit of memory, the document has the frames read so far. Bytes that are no GAI, a GAI without
 // frames and one whose box has no pixels, or more than 268,435,456, give an empty document.
-FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const GaiViewing &viewing);
+FrameSet OpenGaiDocument(ByteView file, FrameBuf &canvas, const AnimViewing &viewing);
 
 // An animation as it is edited: every frame covers the whole box.
 struct GaiContents {
@@ -35,14 +28,14 @@ struct GaiContents {
     std::int32_t Width = 0;
     std::int32_t Height = 0;
     std::int32_t Background = 0; // the flag as stored
+    std::int32_t LeftOut = 0;    // frames that memory does not suffice for
 };
 
 // Gives the number of frames, and replaces `contents`; 0 with `contents` unchanged when the bytes are no GAI.
 // A box without pixels, or with more than 268,435,456, holds no frames; a negative size reads as 0. Frames
-// beyond the limit of memory, which is as above, are left out. `afterFrame` is called with the number of
-// frames read and of all.
-std::int32_t ReadGaiProject(ByteView file, GaiContents &contents,
-                            const std::function<void(std::int32_t, std::int32_t)> &afterFrame = {},
+// beyond the limit of memory, which is as above, are left out, and so are those after which `afterFrame`,
+// called with the number of frames read and of all, gives false.
+std::int32_t ReadGaiProject(ByteView file, GaiContents &contents, const GoOn &afterFrame = {},
                             std::int64_t memoryLimit = 0);
 
 } // namespace wb

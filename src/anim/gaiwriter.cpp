@@ -112,7 +112,7 @@ QStringList ErrorsOf(const GaiBox &box, const FrameBuf &frame)
 } // namespace
 
 ByteArray WriteGai(const GaiBox &box, std::span<const FrameBuf> frames, const GaiWriting &writing,
-                   const std::function<void(std::int32_t, std::int32_t)> &afterFrame)
+                   const GoOn &afterFrame)
 {
     if (GaiDataAt(std::int64_t(frames.size())) > LongestFile)
         return {};
@@ -126,8 +126,8 @@ ByteArray WriteGai(const GaiBox &box, std::span<const FrameBuf> frames, const Ga
         if (!data.empty())
             PutAt(file, GaiFrameRecordAt(i), {ByteCount(file), ByteCount(data)});
         file.insert(file.end(), data.begin(), data.end());
-        if (afterFrame)
-            afterFrame(i + 1, count);
+        if (afterFrame && !afterFrame(i + 1, count))
+            return {};
     }
     return file;
 }

@@ -1,13 +1,13 @@
 // Writes GAI animations (gaiformat.h), and finds what is wrong with one before.
 #pragma once
 
+#include "anim/framejob.h"
 #include "common/bytearray.h"
 #include "gfx/framebuf.h"
 
 #include <QString>
 
 #include <cstdint>
-#include <functional>
 #include <span>
 
 namespace wb
@@ -31,9 +31,9 @@ struct GaiWriting {
 
 // The file. Each frame is written as its GiType at its place; one that encodes to nothing has no data.
 // `afterFrame` is called with the number of frames written and of all; the frames must stay as they are until
-// all is done. No bytes when the file would be longer than 2,147,483,647.
+// all is done. No bytes when it gives false, and when the file would be longer than 2,147,483,647.
 ByteArray WriteGai(const GaiBox &box, std::span<const FrameBuf> frames, const GaiWriting &writing,
-                   const std::function<void(std::int32_t, std::int32_t)> &afterFrame = {});
+                   const GoOn &afterFrame = {});
 
 struct GaiErrors {
     QString Text; // for the log: the frames with their errors, and the number of errors

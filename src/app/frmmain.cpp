@@ -1,7 +1,8 @@
 #include "app/frmmain.h"
 
+#include "anim/animcreatorpage.h"
 #include "anim/gaieditorpage.h"
-#include "app/emptypage.h"
+#include "anim/haieditorpage.h"
 #include "app/optionspage.h"
 #include "app/statusstrip.h"
 #include "archive/packerpage.h"
@@ -36,6 +37,8 @@ constexpr int RowsPerNotch = 3;
 constexpr int ViewerIndex = 0;
 constexpr int GiCreatorIndex = 1;
 constexpr int GaiEditorIndex = 2;
+constexpr int HaiEditorIndex = 3;
+constexpr int AnimCreatorIndex = 4;
 constexpr int DatEditorIndex = 5;
 constexpr int UnpackerIndex = 6;
 constexpr int PackerIndex = 7;
@@ -124,6 +127,8 @@ void frmMain::MakePages()
         new ViewerPage(m_settings, m_dialogs, *m_status, m_abort, m_res, m_unpackJob, m_datEditor, m_pages);
     auto *creator = new GiCreatorPage(m_settings, m_dialogs, m_res, m_pages);
     auto *gaiEditor = new GaiEditorPage(m_settings, m_dialogs, *m_log, m_res, m_pages);
+    auto *haiEditor = new HaiEditorPage(m_settings, m_dialogs, m_res, m_pages);
+    auto *animCreator = new AnimCreatorPage(m_settings, m_dialogs, m_res, m_pages);
     auto *unpacker = new UnpackerPage(m_settings, m_dialogs, m_unpackJob, m_pages);
     auto *packer = new PackerPage(m_settings, m_dialogs, m_packJob, m_pages);
     auto *options = new OptionsPage(m_settings, m_dialogs, m_pages);
@@ -131,12 +136,14 @@ void frmMain::MakePages()
     pages[ViewerIndex] = m_viewer;
     pages[GiCreatorIndex] = creator;
     pages[GaiEditorIndex] = gaiEditor;
+    pages[HaiEditorIndex] = haiEditor;
+    pages[AnimCreatorIndex] = animCreator;
     pages[DatEditorIndex] = new DatEditorPage(m_datEditor, m_pages);
     pages[UnpackerIndex] = unpacker;
     pages[PackerIndex] = packer;
     pages[OptionsIndex] = options;
     for (std::size_t i = 0; i < pages.size(); ++i) {
-        Page *page = pages[i] != nullptr ? pages[i] : new EmptyPage(cmdPage[i]->text(), m_pages);
+        Page *page = pages[i];
         page->setObjectName(QStringLiteral("picPage(%1)").arg(i));
         m_pages->addWidget(page);
         page->ApplySettings();
@@ -154,6 +161,10 @@ void frmMain::MakePages()
     connect(m_viewer, &ViewerPage::GiCreatorWanted, this, [this] { ShowPage(GiCreatorIndex); });
     connect(m_viewer, &ViewerPage::GaiEditorWanted, this, [this] { ShowPage(GaiEditorIndex); });
     connect(m_viewer, &ViewerPage::GaiEditorWanted, gaiEditor, &GaiEditorPage::TakeFrames);
+    connect(m_viewer, &ViewerPage::HaiEditorWanted, this, [this] { ShowPage(HaiEditorIndex); });
+    connect(m_viewer, &ViewerPage::HaiEditorWanted, haiEditor, &HaiEditorPage::TakeFrames);
+    connect(m_viewer, &ViewerPage::AnimCreatorWanted, this, [this] { ShowPage(AnimCreatorIndex); });
+    connect(m_viewer, &ViewerPage::AnimCreatorWanted, animCreator, &AnimCreatorPage::TakeFrames);
     connect(m_viewer, &ViewerPage::PackerWanted, packer, &PackerPage::SetPaths);
     connect(m_viewer, &ViewerPage::PackerWanted, this, [this] { ShowPage(PackerIndex); });
     connect(m_viewer, &ViewerPage::UnpackerWanted, unpacker, &UnpackerPage::SetPaths);
@@ -162,6 +173,8 @@ void frmMain::MakePages()
         ShowPage(UnpackerIndex);
         unpacker->Run(order);
     });
+    connect(animCreator, &AnimCreatorPage::GaiEditorWanted, this, [this] { ShowPage(GaiEditorIndex); });
+    connect(animCreator, &AnimCreatorPage::GaiEditorWanted, gaiEditor, &GaiEditorPage::TakeAnimation);
 }
 
 void frmMain::PlaceLists()

@@ -66,6 +66,11 @@ QString FromArgument(const QString &argument)
     return FromNativePath(QFile::encodeName(argument).toStdString());
 }
 
+QString Beside(const QString &argument, const QString &name)
+{
+    return argument.first(argument.lastIndexOf(u'/') + 1) + QFile::decodeName(ToNativeName(name).c_str());
+}
+
 void DeclareForce(QCommandLineParser &parser)
 {
     parser.addOption({QStringLiteral("force"), QStringLiteral("Replace files that are already there.")});

@@ -29,6 +29,8 @@ extern const Command PackCommand;
 extern const Command ExportCommand;
 extern const Command GiCommand;
 extern const Command GaiCommand;
+extern const Command HaiCommand;
+extern const Command AnimateCommand;
 extern const Command DatCommand;
 
 // One line on standard error, and the status of a failed command.
@@ -47,6 +49,9 @@ void PrintJson(const QJsonDocument &document);
 
 // The program's path of a file named on the command line.
 QString FromArgument(const QString &argument);
+
+// A file of this name in the folder of another one, as the user would name it.
+QString Beside(const QString &argument, const QString &name);
 
 // The option by which a command may replace files, and whether it may write `argument`; says so when not.
 void DeclareForce(QCommandLineParser &parser);

@@ -3,14 +3,13 @@
 #include "common/files.h"
 #include "common/paths.h"
 #include "gi/gidocument.h"
-#include "platform/nativepath.h"
 #include "viewer/documentloader.h"
 #include "viewer/frameexport.h"
 
-#include <QFile>
-
+#include <algorithm>
 #include <climits>
 #include <optional>
+#include <span>
 
 namespace wb::cli
 {
@@ -65,9 +64,7 @@ void Declare(QCommandLineParser &parser)
 // One of all frames, in the folder as the user wrote it.
 QString TargetOf(const ExportJob &job, int frame, int count)
 {
-    const QString path = FromArgument(job.target);
-    const QString name = GetFileName(FramePath(path, frame, count));
-    return job.target.first(job.target.lastIndexOf(u'/') + 1) + QFile::decodeName(ToNativeName(name).c_str());
+    return Beside(job.target, GetFileName(FramePath(FromArgument(job.target), frame, count)));
 }
 
 int WriteAll(const QCommandLineParser &parser, const ExportJob &job, const FrameSet &document,
@@ -82,7 +79,10 @@ int WriteAll(const QCommandLineParser &parser, const ExportJob &job, const Frame
     bar.ProgressClear();
     if (result.End == ExportEnd::Failed)
         return Fail(TargetOf(job, result.Written, document.Count), QStringLiteral("can't be written"));
-    if (document.Count < std::ssize(document.Pictures))
+    const auto shown = std::span(document.Pictures).first(std::size_t(document.Count));
+    if (const auto missing = std::ranges::count(shown, 0); missing != 0)
+        return Fail(job.source, QStringLiteral("lacks %1 of its frames").arg(missing));
+    if (document.LeftOut > 0)
         return Fail(job.source,
                     QStringLiteral("has more frames than memory holds; %1 are written").arg(document.Count));
     return Done;
@@ -115,7 +115,7 @@ int Write(const QCommandLineParser &parser, const ExportJob &job)
         return Fail(job.source, QStringLiteral("is no picture that can be read"));
     if (job.all)
         return WriteAll(parser, job, document, bar);
-    if (job.frame >= document.Count)
+    if (job.frame >= document.Count || document.Pictures[std::size_t(job.frame)] == 0)
         return Fail(job.source, QStringLiteral("has no frame %1").arg(job.frame));
     if (!WritePicture(FromArgument(job.target), document.Pictures[std::size_t(job.frame)], job.format,
                       job.quality))

@@ -1,8 +1,9 @@
 #include "anim/gaiwriter.h"
 #include "cli/command.h"
+#include "cli/frameprogress.h"
 #include "cli/pictureargument.h"
-#include "cli/terminalprogress.h"
 #include "common/files.h"
+#include "gi/picturefile.h"
 
 #include <QStringList>
 
@@ -66,7 +67,7 @@ bool ReadOptional(const QCommandLineParser &parser, const char *name,
 // Reads a frame with its place and type; gives what is wrong with it, if anything.
 QString ReadFrame(const GaiJob &job, const QString &source, FrameBuf &frame)
 {
-    frame = ReadPngOrGi(source);
+    frame = ReadPngOrGi(FromArgument(source));
     if (frame.Pixels.empty())
         return QStringLiteral("is no PNG or GI that can be read");
     if (job.at) {
@@ -100,36 +101,11 @@ bool FramesFit(const GaiBox &box, std::span<const FrameBuf> frames)
     return false;
 }
 
-// Each frame is read first, and written when all are there.
-class FrameProgress
-{
-public:
-    FrameProgress(const QCommandLineParser &parser, const GaiJob &job)
-        : m_bar(IsQuiet(parser)), m_count(std::int32_t(job.sources.size()))
-    {
-        m_bar.ProgressStart(2 * m_count, job.target);
-    }
-
-    void ShowRead(std::int32_t frames) { Show(frames, QStringLiteral("reading %1 / %2"), frames); }
-    void ShowWritten(std::int32_t frames)
-    {
-        Show(m_count + frames, QStringLiteral("writing %1 / %2"), frames);
-    }
-    void Clear() { m_bar.ProgressClear(); }
-
-private:
-    void Show(std::int32_t done, const QString &text, std::int32_t frames)
-    {
-        m_bar.ProgressStep(done, text.arg(frames).arg(m_count));
-    }
-
-    TerminalProgress m_bar;
-    std::int32_t m_count;
-};
-
 int Write(const QCommandLineParser &parser, const GaiJob &job)
 {
-    FrameProgress progress(parser, job);
+    FrameProgress progress(parser, job.target, 2);
+    const FrameStep reading = progress.Stage(0, QStringLiteral("reading"));
+    const FrameStep writing = progress.Stage(1, QStringLiteral("writing"));
     std::vector<FrameBuf> frames;
     for (const QString &source : job.sources) {
         const QString problem = ReadFrame(job, source, frames.emplace_back());
@@ -137,15 +113,17 @@ int Write(const QCommandLineParser &parser, const GaiJob &job)
             progress.Clear();
             return Fail(source, problem);
         }
-        progress.ShowRead(std::int32_t(frames.size()));
+        reading(std::int32_t(frames.size()), std::int32_t(job.sources.size()));
     }
     progress.Clear();
     const GaiBox box = BoxOf(job, frames.front());
     if (!parser.isSet(QStringLiteral("force")) && !FramesFit(box, frames))
         return Fail(job.target, QStringLiteral("has frames that do not fit; --force writes it"));
-    const ByteArray bytes = WriteGai(box, frames, job.writing, [&progress](std::int32_t done, std::int32_t) {
-        progress.ShowWritten(done);
-    });
+    const ByteArray bytes =
+        WriteGai(box, frames, job.writing, [&writing](std::int32_t done, std::int32_t all) {
+            writing(done, all);
+            return true;
+        });
     progress.Clear();
     if (bytes.empty())
         return Fail(job.target, QStringLiteral("would be too large"));

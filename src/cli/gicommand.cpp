@@ -2,6 +2,7 @@
 #include "cli/pictureargument.h"
 #include "common/files.h"
 #include "gi/giencoder.h"
+#include "gi/picturefile.h"
 
 #include <array>
 
@@ -35,7 +36,7 @@ int Run(const QCommandLineParser &parser)
     if (!MayWrite(parser, target))
         return Failed;
 
-    FrameBuf picture = ReadPng(source);
+    FrameBuf picture = ReadPng(FromArgument(source));
     if (picture.Pixels.empty())
         return Fail(source, QStringLiteral("is no PNG that can be read"));
     if (const QString problem = TypeProblem(picture, type); !problem.isEmpty())

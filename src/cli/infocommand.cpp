@@ -14,6 +14,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace wb::cli
 {
 
@@ -39,8 +41,8 @@ void AddBounds(QJsonObject &object, const GiRect &bounds)
     object.insert(QStringLiteral("bottom"), bounds.Bottom);
 }
 
-// What only the header of a GI or GAI tells.
-void AddHeader(QJsonObject &object, const QString &path)
+// What only the header of a GI or GAI tells, of so many frames.
+void AddHeader(QJsonObject &object, const QString &path, std::int32_t count)
 {
     ByteArray bytes;
     ReadFileBytes(path, bytes);
@@ -52,15 +54,14 @@ void AddHeader(QJsonObject &object, const QString &path)
     AddBounds(object, animation->Box);
     object.insert(QStringLiteral("background"), animation->Background);
     QJsonArray delays;
-    for (std::int32_t i = 0; i < animation->FrameCount; ++i)
+    for (std::int32_t i = 0; i < std::min(count, animation->FrameCount); ++i)
         delays.append(ReadGaiFrame(bytes, *animation, i).Delay);
     object.insert(QStringLiteral("delays"), delays);
 }
 
 // Nothing for what can't be read.
-QJsonObject DescribeDocument(const QString &path, Progress &bar)
+QJsonObject DescribeDocument(const QString &path, const FrameSet &document)
 {
-    const FrameSet document = OpenDocumentFile(path, {.Bar = &bar});
     if (document.Count == 0)
         return {};
     QJsonArray frames;
@@ -71,7 +72,7 @@ QJsonObject DescribeDocument(const QString &path, Progress &bar)
                        {QStringLiteral("info"), QString::fromStdString(document.InfoText)},
                        {QStringLiteral("frames"), frames}};
     if (!document.FrameTypes.empty())
-        AddHeader(object, path);
+        AddHeader(object, path, document.Count);
     return object;
 }
 
@@ -173,6 +174,12 @@ void Declare(QCommandLineParser &parser)
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The file to look at."));
 }
 
+int FailLeftOut(const QString &argument, const FrameSet &document)
+{
+    return Fail(argument,
+                QStringLiteral("has more frames than memory holds; %1 are left out").arg(document.LeftOut));
+}
+
 int Run(const QCommandLineParser &parser)
 {
     const QString argument = parser.positionalArguments().front();
@@ -182,15 +189,19 @@ int Run(const QCommandLineParser &parser)
         return Fail(argument, QStringLiteral("can't be read or is empty"));
     TerminalProgress bar(IsQuiet(parser));
     QJsonObject description = IsPkgPath(path) ? DescribeArchive(path) : DescribeDat(path, bar);
-    if (description.isEmpty() && !IsPkgPath(path))
-        description = DescribeDocument(path, bar);
+    FrameSet document;
+    if (description.isEmpty() && !IsPkgPath(path)) {
+        document = OpenDocumentFile(path, {.Bar = &bar});
+        description = DescribeDocument(path, document);
+    }
     if (description.isEmpty())
-        return Fail(argument, QStringLiteral("is of no kind that can be read"));
+        return document.LeftOut > 0 ? FailLeftOut(argument, document)
+                                    : Fail(argument, QStringLiteral("is of no kind that can be read"));
     if (WantsJson(parser))
         PrintJson(QJsonDocument(description));
     else
         Print(TextOf(description));
-    return Done;
+    return document.LeftOut == 0 ? Done : FailLeftOut(argument, document);
 }
 
 } // namespace

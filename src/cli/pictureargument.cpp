@@ -1,42 +1,46 @@
 #include "cli/pictureargument.h"
 
 #include "cli/command.h"
-#include "gfx/graphicslibrary.h"
+#include "cli/frameprogress.h"
 #include "gfx/pixels.h"
-#include "gi/gidocument.h"
 #include "gi/giformat.h"
-#include "platform/nativepath.h"
+#include "gi/picturefile.h"
 
 namespace wb::cli
 {
-
-FrameBuf ReadPng(const QString &argument)
-{
-    const std::string path = ToNativePath(FromArgument(argument));
-    const std::int32_t handle = Graphics().VTGF_Read_PNG_File(path.c_str());
-    FrameBuf picture = DibToFrameBuf(handle);
-    picture.TransType = Graphics().VTGF_DIB_GetTransType(handle);
-    Graphics().VTGF_DIB_Free(handle);
-    return picture;
-}
-
-FrameBuf ReadPngOrGi(const QString &argument)
-{
-    FrameBuf picture = ReadPng(argument);
-    if (!picture.Pixels.empty())
-        return picture;
-    picture = LoadGiFile(FromArgument(argument));
-    const std::int32_t handle = FrameBufToDib(picture);
-    picture.TransType = Graphics().VTGF_DIB_GetTransType(handle);
-    Graphics().VTGF_DIB_Free(handle);
-    return picture;
-}
 
 QString TypeProblem(const FrameBuf &picture, int type)
 {
     return GiTypeAllowed(type, picture.TransType)
                ? QString()
                : QStringLiteral("its transparency does not allow type %1").arg(type);
+}
+
+bool ReadPngs(const QStringList &sources, FrameProgress &progress,
+              const std::function<QString(FrameBuf)> &take)
+{
+    const FrameStep show = progress.Stage(0, QStringLiteral("reading"));
+    std::int32_t done = 0;
+    for (const QString &source : sources) {
+        FrameBuf picture = ReadPng(FromArgument(source));
+        const QString problem =
+            HoldsPicture(picture) ? take(std::move(picture)) : QStringLiteral("is no PNG that can be read");
+        if (!problem.isEmpty()) {
+            progress.Clear();
+            Fail(source, problem);
+            return false;
+        }
+        show(++done, std::int32_t(sources.size()));
+    }
+    return true;
+}
+
+int StatusOf(SaveEnd end, const QString &target)
+{
+    if (end == SaveEnd::Saved)
+        return Done;
+    return Fail(target, end == SaveEnd::TooLarge ? QStringLiteral("would be too large")
+                                                 : QStringLiteral("can't be written"));
 }
 
 } // namespace wb::cli

@@ -80,15 +80,19 @@ void DatEditor::Open()
     m_settings.OpenDir = GetFolder(path);
     DatTree tree;
     Run([&](const DatWork &work) { tree = DatLoadFile(path, work); });
-    if (tree.Count() > 0) {
-        m_state.Open(std::move(tree), path);
-        ShowRows(0);
-        Q_EMIT StateChanged();
-        Q_EMIT Opened();
-    } else if (!m_abort.IsSet()) {
+    if (tree.Count() > 0)
+        Show(std::move(tree), path);
+    else if (!m_abort.IsSet())
         m_dialogs.Error(QStringLiteral("Invalid or crypted file."), ErrorTitle);
-    }
     Q_EMIT Idle();
+}
+
+void DatEditor::Show(DatTree tree, const QString &path)
+{
+    m_state.Open(std::move(tree), path);
+    ShowRows(0);
+    Q_EMIT StateChanged();
+    Q_EMIT Opened();
 }
 
 bool DatEditor::Save()

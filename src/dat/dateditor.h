@@ -62,6 +62,7 @@ private:
     class Work;
 
     void Run(const std::function<void(const DatWork &)> &job);
+    void Show(DatTree tree, const QString &path);
     void ShowRows(int selected);
 
     Settings &m_settings;

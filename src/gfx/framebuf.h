@@ -14,7 +14,8 @@ inline constexpr std::int64_t MaxPicturePixels = 268'435'456;
 
 // A 32-bit picture holds Width * Height * 4 bytes in `Pixels`: B, G, R, A, alpha not premultiplied, bottom
 // row first, no padding. An indexed picture holds Width * Height index bytes, top row first, and its colours
-// in `Palette`: 256 entries R, G, B, A. A picture whose Width or Height is 0 is empty and has no pixels.
+// in `Palette`: 256 entries R, G, B, A, or as many as the file had that it comes from. A picture whose Width
+// or Height is 0 is empty and has no pixels.
 struct FrameBuf {
     std::int32_t X = 0; // left edge on the canvas
     std::int32_t Y = 0; // top edge on the canvas
@@ -26,7 +27,7 @@ struct FrameBuf {
     std::int32_t TransType = 0; // 0 opaque, 1 on/off transparency, 2 graded alpha
     std::int32_t Delay = 0;     // display time of an animation frame
     ByteArray Palette;
-    std::int32_t PaletteSize = 0; // bytes in Palette: 1024 or 0
+    std::int32_t PaletteSize = 0; // bytes in Palette; 0 for a 32-bit picture
 };
 
 } // namespace wb

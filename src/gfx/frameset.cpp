@@ -22,6 +22,7 @@ FrameSet &FrameSet::operator=(FrameSet &&other) noexcept
         Count = std::exchange(other.Count, 0);
         Pictures = std::exchange(other.Pictures, {});
         FrameTypes = std::exchange(other.FrameTypes, {});
+        LeftOut = std::exchange(other.LeftOut, 0);
     }
     return *this;
 }
@@ -54,6 +55,7 @@ void FreeFrameSet(FrameSet &document)
     document.Count = 0;
     document.Pictures.clear();
     document.FrameTypes.clear();
+    document.LeftOut = 0;
 }
 
 } // namespace wb

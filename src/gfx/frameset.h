@@ -18,6 +18,7 @@ struct FrameSet {
     std::int32_t Count = 0; // frames; 0 when loading failed
     std::vector<std::int32_t> Pictures;   // one picture handle a frame
     std::vector<std::int32_t> FrameTypes; // one GI type a frame, for documents of GI frames
+    std::int32_t LeftOut = 0;             // further frames that memory did not suffice for
 
     FrameSet() = default;
     FrameSet(FrameSet &&other) noexcept;

@@ -147,9 +147,10 @@ RASTGL_API void VTGF_Rescale(uint8_t *target, const int32_t *targetWidth, const 
                              const uint8_t *source, const int32_t *sourceWidth, const int32_t *sourceHeight);
 
 // target = the pixels of current where they differ from previous, else 0. Two fully transparent pixels are
-// equal whatever their colour bytes.
-RASTGL_API void VTGF_AnimFrame_Build_32(uint8_t *target, const uint8_t *previous, const uint8_t *current,
-                                        const int32_t *width, const int32_t *height);
+// equal whatever their colour bytes. Gives the number of pixels that drawing target over previous does not
+// turn into those of current: they differ and are transparent, fully or in part, where previous is not empty.
+RASTGL_API int32_t VTGF_AnimFrame_Build_32(uint8_t *target, const uint8_t *previous, const uint8_t *current,
+                                           const int32_t *width, const int32_t *height);
 
 // --- GI layers
 // ------------------------------------------------------------------------------------------------

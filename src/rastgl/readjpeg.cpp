@@ -15,6 +15,7 @@ struct JpegRead {
     jpeg_decompress_struct info{};
     JpegErrors errors;
     PicturePtr picture;
+    std::size_t wholeBytes = 0;     // what the scans took of the file before an error
     std::vector<std::uint8_t> inks; // one row of C, M, Y, K
 
     JpegRead()
@@ -61,15 +62,19 @@ void InksToColours(const std::uint8_t *inks, std::uint8_t *row, std::int32_t wid
     }
 }
 
-// Gathers the scans of a picture that comes in several, as far as they go.
-void ReadScans(jpeg_decompress_struct &info)
+// Gathers the scans of a picture that comes in several.
+void ReadScans(JpegRead &read, Bytes file)
 {
     // A scan of a few bytes makes the decoder walk the whole picture; no encoder makes more than a few dozen.
     constexpr int MaxScans = 200;
 
+    jpeg_decompress_struct &info = read.info;
     jpeg_start_decompress(&info);
-    while (info.input_scan_number <= MaxScans && jpeg_consume_input(&info) != JPEG_REACHED_EOI) {
-    }
+    do {
+        // The marker behind a scan is taken with it.
+        const std::size_t ahead = info.src->bytes_in_buffer + (info.unread_marker != 0 ? 2 : 0);
+        read.wholeBytes = file.size() - std::min(file.size(), ahead);
+    } while (info.input_scan_number <= MaxScans && jpeg_consume_input(&info) != JPEG_REACHED_EOI);
 }
 
 void ReadRows(JpegRead &read)
@@ -90,7 +95,9 @@ void ReadRows(JpegRead &read)
     }
 }
 
-PicturePtr DecodeJpeg(Bytes file)
+// The picture, decoded as far as it goes. None when an error stopped its scans: a decoder that has met one is
+// good for nothing more. `wholeBytes` is then how much of the file came before.
+PicturePtr Decode(Bytes file, std::size_t &wholeBytes)
 {
     JpegRead read;
     bool isBegun = false;
@@ -99,11 +106,19 @@ PicturePtr DecodeJpeg(Bytes file)
         return nullptr;
     if (HasInks(read.info))
         read.inks.resize(std::size_t(read.picture->width) * 4);
-    // An error ends what comes in, not what has come.
-    if (read.info.buffered_image)
-        RunUntilJump(read.errors.jump, [&] { ReadScans(read.info); });
+    if (read.info.buffered_image && !RunUntilJump(read.errors.jump, [&] { ReadScans(read, file); })) {
+        wholeBytes = read.wholeBytes;
+        return nullptr;
+    }
     RunUntilJump(read.errors.jump, [&] { ReadRows(read); });
     return read.info.output_scanline > 0 ? std::move(read.picture) : nullptr;
+}
+
+PicturePtr DecodeJpeg(Bytes file)
+{
+    std::size_t wholeBytes = 0;
+    PicturePtr picture = Decode(file, wholeBytes);
+    return wholeBytes > 0 ? Decode(file.first(wholeBytes), wholeBytes) : std::move(picture);
 }
 
 } // namespace

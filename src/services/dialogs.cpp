@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "platform/wildcard.h"
+#include "services/uitext.h"
 
 #include <QRegularExpression>
 
@@ -51,6 +52,13 @@ bool AskToSave(Dialogs &dialogs, const QString &fileName, const std::function<bo
         break;
     }
     return false;
+}
+
+void TellLeftOut(Dialogs &dialogs, std::int32_t frames)
+{
+    if (frames > 0)
+        dialogs.Information(QStringLiteral("Памяти хватило не на все кадры. Не прочитано: %1").arg(frames),
+                            UiText(TextInformation));
 }
 
 QString FileErrorText(FileError error)

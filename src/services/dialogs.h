@@ -61,6 +61,9 @@ QString ReplaceQuestion(const QString &path);
 // when `save` has saved it, or when it may be lost.
 bool AskToSave(Dialogs &dialogs, const QString &fileName, const std::function<bool()> &save);
 
+// Tells that memory did not suffice for so many frames of an animation, if for any.
+void TellLeftOut(Dialogs &dialogs, std::int32_t frames);
+
 // What an error box says of a file error; empty for one that has no text.
 QString FileErrorText(FileError error);
 

@@ -38,7 +38,7 @@ Display::Display(Settings &settings, Dialogs &dialogs, Progress &progress, Abort
       m_saver(settings, dialogs, progress, abort),
       picPicture(new PictureArea(QStringLiteral("picPicture"), res.curOpenHand, res.curClosedHand, this)),
       cmdPlay(new PictureButton(QStringLiteral("cmdPlay"), res.imgPlay, QString(), this)),
-      m_export(new ExportBar(res, TakingPages, this)),
+      m_export(new ExportBar(res, this)),
       cmdAlphaView(
           new PictureButton(QStringLiteral("cmdAlphaView"), res.imgPreview, tr("Окно предпросмотра"), this)),
       cmdZoomIn(new PictureButton(QStringLiteral("cmdZoomIn"), res.imgZoomIn, tr("Увеличить (+)"), this)),
@@ -170,6 +170,7 @@ void Display::ShowDocument()
     picPicture->ResetPlace();
     m_shown = true;
     DrawCurrentFrame();
+    TellLeftOut(m_dialogs, m_document.LeftOut);
     SetBusy(false);
     if (m_settings.AutoPlayAnim && m_document.Mode == DocumentMode::Pictures)
         cmdPlay->click();

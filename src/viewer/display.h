@@ -35,6 +35,12 @@ public:
 
     const QString &DocumentPath() const { return m_documentPath; }
 
+    // Some frames of the document were not read, because that was aborted or memory was short.
+    bool IsCutShort() const
+    {
+        return m_document.Count < std::ssize(m_document.Pictures) || m_document.LeftOut > 0;
+    }
+
     const FrameSet &Document() const { return m_document; }
     std::int32_t CurrentFrame() const { return m_frame; }
 

@@ -1,6 +1,7 @@
 #include "viewer/documentloader.h"
 
 #include "anim/gaireader.h"
+#include "anim/haireader.h"
 #include "common/files.h"
 #include "common/paths.h"
 #include "gfx/graphicslibrary.h"
@@ -38,6 +39,11 @@ FrameSet OpenGai(ByteView bytes, const char *, const LoadOptions &options)
                            {.AltMethod = options.AltGaiMethod, .Bar = options.Bar, .Abort = options.Abort});
 }
 
+FrameSet OpenHai(ByteView bytes, const char *, const LoadOptions &options)
+{
+    return OpenHaiDocument(bytes, {.Bar = options.Bar, .Abort = options.Abort});
+}
+
 QString GiBeside(const QString &path)
 {
     return PathIn(GetFolder(path), GetFileTitle(path) + QStringLiteral(".GI"));
@@ -58,6 +64,7 @@ constexpr Reader Readers[] = {
     {FileType::Dds, "DDS", OpenPicture<&GraphicsLibrary::VTGF_Read_DDS>},
     {FileType::Gi, "GI", OpenGi},
     {FileType::Gai, "GAI", OpenGai},
+    {FileType::Hai, "HAI", OpenHai},
 };
 
 const Reader *FindReader(FileType type)

@@ -4,8 +4,6 @@
 
 #include <QHBoxLayout>
 
-#include <algorithm>
-
 namespace wb
 {
 
@@ -36,14 +34,14 @@ constexpr CopyButton CopyButtons[] = {
 
 } // namespace
 
-ExportBar::ExportBar(const frmRes &res, std::span<const FrameTarget> pages, QWidget *parent) : QWidget(parent)
+ExportBar::ExportBar(const frmRes &res, QWidget *parent) : QWidget(parent)
 {
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(ButtonGap);
     for (const CopyButton &copy : CopyButtons) {
         PictureButton *button = Add(copy.name, res.*copy.picture, tr(copy.tip));
-        m_actions.push_back({button, copy.all, std::ranges::find(pages, copy.target) != pages.end()});
+        m_actions.push_back({button, copy.all, true});
         button->hide();
         connect(button, &QToolButton::clicked, this,
                 [this, copy] { Q_EMIT CopyWanted(copy.target, copy.all); });

@@ -7,7 +7,6 @@
 
 #include <QWidget>
 
-#include <span>
 #include <vector>
 
 namespace wb
@@ -17,9 +16,6 @@ class PictureButton;
 
 enum class FrameTarget { GiCreator, GaiEditor, HaiEditor, AnimCreator };
 
-// The pages that take frames so far.
-inline constexpr FrameTarget TakingPages[] = {FrameTarget::GiCreator, FrameTarget::GaiEditor};
-
 class ExportBar : public QWidget
 {
     Q_OBJECT
@@ -28,8 +24,7 @@ public:
     static constexpr int ButtonGap = 2;
     static constexpr int GroupGap = 8; // besides those between buttons
 
-    // Buttons that lead to pages other than `pages` stay out of view.
-    ExportBar(const frmRes &res, std::span<const FrameTarget> pages, QWidget *parent);
+    ExportBar(const frmRes &res, QWidget *parent);
 
     // Shows and enables what can be done with the document: nothing while the viewer is busy.
     void ShowDocument(const FrameSet &document, bool isBusy);

@@ -41,8 +41,9 @@ ExportResult WriteAllPictures(const FrameSet &document, const ExportOrder &order
         progress.ProgressStep(i, text(i + 1));
         if (abort.IsSet())
             return {ExportEnd::Aborted, i};
-        if (!WritePicture(FramePath(order.Path, i, count), document.Pictures[std::size_t(i)], order.Format,
-                          order.Quality))
+        const std::int32_t picture = document.Pictures[std::size_t(i)];
+        if (picture != 0 &&
+            !WritePicture(FramePath(order.Path, i, count), picture, order.Format, order.Quality))
             return {ExportEnd::Failed, i};
     }
     progress.ProgressStep(count, text(count));

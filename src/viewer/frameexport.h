@@ -41,9 +41,9 @@ struct ExportResult {
         0; // frames, from the first on: when it failed, the number of the one that could not be
 };
 
-// Writes every frame to its file, up to the first that can't be written. What is written stays. The abort
-// flag is asked before each frame. The caller starts and clears the progress, and keeps the document as it is
-// meanwhile.
+// Writes every frame that has a picture to its file, up to the first that can't be written. What is written
+// stays. The abort flag is asked before each frame. The caller starts and clears the progress, and keeps the
+// document as it is meanwhile.
 ExportResult WriteAllPictures(const FrameSet &document, const ExportOrder &order, Progress &progress,
                               const AbortFlag &abort);
 

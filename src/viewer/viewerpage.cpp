@@ -178,7 +178,8 @@ void ViewerPage::OpenWaiting()
 void ViewerPage::FileSelected(const QString &path)
 {
     m_waiting = {};
-    if (path != m_display->DocumentPath() && path != Archive().Path())
+    const bool isShown = path == m_display->DocumentPath() && !m_display->IsCutShort();
+    if (!isShown && path != Archive().Path())
         OpenInViewer(path);
 }
 
@@ -210,7 +211,7 @@ const OpenArchive &ViewerPage::Archive() const
 bool ViewerPage::IsShown(const PkgEntry &entry) const
 {
     return entry.FullPath() == m_display->DocumentPath() && entry.Offset == m_documentOffset &&
-           Archive().Handle() == m_documentArchive.lock();
+           Archive().Handle() == m_documentArchive.lock() && !m_display->IsCutShort();
 }
 
 void ViewerPage::EntrySelected(const PkgEntry &entry)
@@ -297,9 +298,13 @@ void ViewerPage::HandOver(FrameTarget target, bool all)
     QStringList names;
     for (std::int32_t i = 0; i < count; ++i)
         names << DefaultSaveName(path, first + i, document.Count);
-    const std::span handles(document.Pictures);
+    const auto handles = std::span(document.Pictures).subspan(std::size_t(first), std::size_t(count));
     if (target == FrameTarget::GaiEditor)
-        Q_EMIT GaiEditorWanted(handles.subspan(std::size_t(first), std::size_t(count)), names);
+        Q_EMIT GaiEditorWanted(handles, names);
+    else if (target == FrameTarget::HaiEditor)
+        Q_EMIT HaiEditorWanted(handles, names);
+    else
+        Q_EMIT AnimCreatorWanted(handles, names);
 }
 
 void ViewerPage::PressKey(QChar character)

@@ -65,8 +65,10 @@ Q_SIGNALS:
     // The GI creator should come forward and take the picture, which stays the viewer's, of a document of
     // that path.
     void GiCreatorWanted(std::int32_t handle, const QString &documentPath);
-    // The GAI editor should come forward and take these frames, which stay the viewer's, under their names.
+    // A page should come forward and take these frames, which stay the viewer's, under their names.
     void GaiEditorWanted(std::span<const std::int32_t> handles, const QStringList &names);
+    void HaiEditorWanted(std::span<const std::int32_t> handles, const QStringList &names);
+    void AnimCreatorWanted(std::span<const std::int32_t> handles, const QStringList &names);
 
 protected:
     void showEvent(QShowEvent *event) override;

@@ -13,10 +13,10 @@ namespace
 {
 
 // What the text begins with; one number above `maximum` stands for all of them.
-std::int32_t NumberIn(const QString &text, std::int32_t maximum)
+std::int32_t NumberIn(QStringView text, std::int32_t maximum)
 {
     std::int64_t number = 0;
-    for (const QChar character : text.trimmed()) {
+    for (const QChar character : text) {
         if (character < u'0' || character > u'9')
             break;
         number = std::min<std::int64_t>(number * 10 + character.unicode() - u'0', maximum + 1LL);
@@ -53,10 +53,13 @@ void DigitBox::keyPressEvent(QKeyEvent *event)
 
 void DigitBox::TakeEdit(const QString &text)
 {
-    const std::int32_t number = NumberIn(text, m_maximum);
-    const bool isChange = number <= m_maximum && number != m_value;
+    const QString trimmed = text.trimmed();
+    const bool isNegative = m_value < 0 && trimmed.startsWith(u'-');
+    const std::int32_t size = NumberIn(QStringView(trimmed).mid(isNegative ? 1 : 0), m_maximum);
+    const std::int32_t number = isNegative ? -size : size;
+    const bool isChange = size <= m_maximum && number != m_value;
     const auto behindCursor = text.size() - cursorPosition();
-    SetValue(number <= m_maximum ? number : m_value);
+    SetValue(size <= m_maximum ? number : m_value);
     setCursorPosition(int(this->text().size() - behindCursor));
     if (isChange)
         Q_EMIT Edited(number);

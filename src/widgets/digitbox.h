@@ -1,4 +1,4 @@
-// A text box for a whole number without a sign.
+// A text box for a whole number. A minus can't be typed, but a negative number that is shown keeps its own.
 #pragma once
 
 #include <QLineEdit>
@@ -20,7 +20,7 @@ public:
 
 Q_SIGNALS:
     // Another number was typed or pasted. It is what the text begins with, 0 where that is no digit; a change
-    // that would lead above the maximum is undone.
+    // that would lead above the maximum, whatever the sign, is undone.
     void Edited(std::int32_t value);
 
 protected:

@@ -41,10 +41,11 @@ frmRes::frmRes()
       imgCopyGAICR(Button("copygaicr")), imgCopyGAICRAll(Button("copygaicrall")),
       imgCopyHAICR(Button("copyhaicr")), imgCopyHAICRAll(Button("copyhaicrall")),
       imgCopyAnimCR(Button("copyanimcr")), imgCopyAnimCRAll(Button("copyanimcrall")), imgRoot(Button("root")),
-      imgUp(Button("up")), imgDown(Button("down")), imgAddFrame(Button("addframe")),
-      imgRemoveFrame(Button("removeframe")), imgToAll(Button("toall")), imgPacker(Button("packer")),
-      imgUnPacker(Button("unpacker")), imgExtract(Button("extract")), imgMin(Button("min")),
-      imgTray(Button("tray")), imgClose(Button("close"))
+      imgUp(Button("up")), imgDown(Button("down")), imgRight(Button("right")),
+      imgRightAll(Button("rightall")), imgLeft(Button("left")), imgLeftAll(Button("leftall")),
+      imgAddFrame(Button("addframe")), imgRemoveFrame(Button("removeframe")), imgToAll(Button("toall")),
+      imgPacker(Button("packer")), imgUnPacker(Button("unpacker")), imgExtract(Button("extract")),
+      imgMin(Button("min")), imgTray(Button("tray")), imgClose(Button("close"))
 {
 }
 

@@ -35,6 +35,10 @@ struct frmRes {
     QIcon imgRoot;
     QIcon imgUp;
     QIcon imgDown;
+    QIcon imgRight;
+    QIcon imgRightAll;
+    QIcon imgLeft;
+    QIcon imgLeftAll;
     QIcon imgAddFrame;
     QIcon imgRemoveFrame;
     QIcon imgToAll;

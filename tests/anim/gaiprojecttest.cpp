@@ -1,6 +1,6 @@
 #include "anim/gaiproject.h"
 #include "common/bytes.h"
-#include "gfx/graphicslibrary.h"
+#include "common/files.h"
 #include "gfx/pixels.h"
 #include "support/samplefolder.h"
 #include "support/table.h"
@@ -22,7 +22,7 @@ protected:
         placed.X = placed.Y = 6;
         folder.AddGi("at.gi", placed, 2, 1);
     }
-    bool Add(const QString &names, const GaiProject::Step &step)
+    bool Add(const QString &names, const FrameStep &step)
     {
         QStringList paths = names.split(u' ');
         for (QString &path : paths)
@@ -66,7 +66,7 @@ protected:
 
     SampleFolder folder;
     GaiProject project;
-    const GaiProject::Step quiet = [](int, int) {};
+    const FrameStep quiet = [](int, int) {};
 };
 
 TEST_F(GaiProjectTest, KeepsItsRules)
@@ -81,10 +81,11 @@ TEST_F(GaiProjectTest, OpensWhatItSaved)
 {
     Add(u"0.png 2.png at.gi"_s, quiet);
     project.SetOptions({true, true, false});
-    EXPECT_FALSE(project.Save(folder.Path(u"none\\a.gai"_s), quiet) || !project.HasUnsavedWork());
+    EXPECT_EQ(SaveEnd::Failed, project.Save(folder.Path(u"none\\a.gai"_s), quiet));
+    EXPECT_TRUE(project.HasUnsavedWork());
     QString steps, path = folder.Path(u"boom.gai"_s);
     const auto note = [&](int done, int all) { steps += u"%1/%2 "_s.arg(done).arg(all); };
-    EXPECT_TRUE(project.Save(path, note) && !project.HasUnsavedWork());
+    EXPECT_TRUE(project.Save(path, note) == SaveEnd::Saved && !project.HasUnsavedWork());
     EXPECT_EQ(TextOf(WriteGai(project.Box(), project.List().Frames(), {true, true})), folder.Get("boom.gai"));
     project.SetOptions({});
     EXPECT_TRUE(project.HasUnsavedWork() && project.Open(path, note));
@@ -102,26 +103,55 @@ TEST_F(GaiProjectTest, OpensWhatItSaved)
     EXPECT_EQ(u"-1 0 0 0 300 300 |"_s, State());
 }
 
+// A type for transparent pictures holds opaque ones too; types above 4 can't be written.
+TEST_F(GaiProjectTest, SavesEveryFrameThatItOpened)
+{
+    std::vector<FrameBuf> frames(5, MakeSprite(0));
+    for (int type = 0; type <= 4; type++)
+        frames[type].X = -5, frames[type].GiType = type, frames[type].TransType = type > 0;
+    ByteArray file = WriteGai({-5, 0, 37, 23}, frames, {});
+    const QString path = folder.Path(u"a.gai"_s);
+    const auto saved = [&] {
+        folder.Put("a.gai", TextOf(file));
+        EXPECT_TRUE(project.Open(path, quiet) == 0 && project.Save(path, quiet) == SaveEnd::Saved);
+        return folder.Get("a.gai");
+    };
+    EXPECT_TRUE(TextOf(file) == saved());
+    PutLong(file, GetLong(file, 48) + 40, 6);
+    EXPECT_NE(0, GetLong(BytesOf(saved()), 52)); // there are bytes
+    EXPECT_TRUE(project.GiType() < 5 && project.Check().Count == 0);
+    Do(u"set StartX -17"_s);
+    EXPECT_EQ(-17, project.Box().StartX);
+    Do(u"set StartX -100000"_s);
+    EXPECT_EQ(-99999, project.Box().StartX);
+}
+
 TEST_F(GaiProjectTest, NothingElseChangesItDuringAJob)
 {
     EXPECT_TRUE(Add(u"0.png missing.png"_s, quiet) && !Add(u"noise.gi 1.png"_s, quiet));
-    const std::int32_t picture = FrameBufToDib(MakeSprite(1));
+    const FrameBuf picture = MakeSprite(1);
     const auto meddle = [&](int, int) {
         const QString before = State();
         for (const char *what :
              {"remove", "move 1", "set X 9", "copy X", "type 3", "copytype", "clean", "add 2.png"})
             Do(QLatin1String(what));
-        EXPECT_FALSE(project.AddPicture(picture, {}) || project.AddGi(MakeSprite(1), {}));
-        EXPECT_FALSE(project.Open(folder.Path(u"out.gai"_s), {}) ||
-                     project.Save(folder.Path(u"b.gai"_s), {}));
+        project.AddPictures({picture}, {{}}, quiet);
+        project.AddGis({picture}, {{}}, quiet);
+        EXPECT_FALSE(project.Open(folder.Path(u"out.gai"_s), {}));
+        EXPECT_EQ(SaveEnd::Failed, project.Save(folder.Path(u"out.gai"_s), {}));
         EXPECT_TRUE(project.IsBusy() && before == State());
-        project.StopAdding();
+        project.Stop();
     };
-    EXPECT_TRUE(project.Save(folder.Path(u"out.gai"_s), meddle));
+    const QString path = folder.Path(u"out.gai"_s);
+    EXPECT_EQ(SaveEnd::Stopped, project.Save(path, meddle));
+    EXPECT_TRUE(project.HasUnsavedWork() && !FileExists(path));
+    EXPECT_EQ(SaveEnd::Saved, project.Save(path, quiet));
     Add(u"2.png 0.png"_s, meddle);
     EXPECT_EQ(u"0.png 1.png 2.png"_s, project.List().Names().join(u' '));
-    EXPECT_TRUE(project.AddPicture(picture, u"p"_s) && !project.AddPicture(0, {}) && !project.AddGi({}, {}));
-    Graphics().VTGF_DIB_Free(picture);
+    project.AddPictures({picture, {}, picture}, {u"p"_s, {}, u"q"_s}, quiet);
+    EXPECT_EQ(u"0.png 1.png 2.png p q"_s, project.List().Names().join(u' '));
+    project.Open(path, meddle);
+    EXPECT_EQ(u"out_000.gi"_s, project.List().Names().join(u' ')); // of two
 }
 
 } // namespace

@@ -44,7 +44,7 @@ void ExpectFrames(const ByteArray &file, const GiRect &box, const std::vector<Fr
     const auto count = std::int32_t(frames.size());
     std::int32_t told = 0;
     GaiContents read;
-    ReadGaiProject(file, read, [&](int done, int all) { EXPECT_TRUE(done == ++told && all == count); });
+    ReadGaiProject(file, read, [&](int done, int all) { return done == ++told && all == count; });
     EXPECT_EQ(told, count);
     FrameBuf canvas;
     NotedProgress bar;
@@ -181,12 +181,16 @@ TEST(Gai, KeepsTheFramesBeforeAnAbort)
         EXPECT_EQ(bar.notes, notes + "clear");
         notes += std::to_string(count) + ": Чтение фреймов: " + std::to_string(count + 1) + " / 3; ";
 
-        const std::int64_t limit = count * 4 + 3;
+        EXPECT_EQ(document.LeftOut, 0);
         GaiContents contents;
-        EXPECT_EQ(ReadGaiProject(file, contents, {}, limit), count);
-        EXPECT_EQ(OpenGaiDocument(file, canvas = {}, {.MemoryLimit = limit}).Count, count);
-        canvas = MakeCanvas({0, 0, 2, 5});
-        EXPECT_EQ(OpenGaiDocument(file, canvas, {.MemoryLimit = 10 * limit}).Count, count);
+        for (const int pixels : {1, 10}) {
+            const std::int64_t limit = (count + 1) * (pixels * 4 + FrameCost) - 1;
+            EXPECT_EQ(ReadGaiProject(file, contents, {}, pixels == 1 ? limit : 1), pixels == 1 ? count : 0);
+            canvas = pixels == 1 ? FrameBuf() : MakeCanvas({0, 0, 2, 5});
+            const FrameSet limited = OpenGaiDocument(file, canvas, {.MemoryLimit = limit});
+            EXPECT_TRUE(limited.Count == count && limited.LeftOut == 3 - count);
+            EXPECT_EQ(contents.LeftOut, 3 - std::ssize(contents.Frames));
+        }
     }
 }
 

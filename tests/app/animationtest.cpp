@@ -78,6 +78,11 @@ TEST_F(Animation, WhatIsSelectedLastDuringALoadIsOpenedAfterItUnlessTheWindowClo
     EXPECT_LT(FramesShown(), LongCount);
     EXPECT_TRUE(QTest::qWaitFor([this] { return Text("lblSize") == QStringLiteral("|  64 x 48"); }));
     EXPECT_TRUE(IsSelected("BOOM.Gi"));
+    SelectWhileLoading({}, "cmdAbort");
+    EXPECT_LT(FramesShown(), LongCount);
+    ClickRow(QStringLiteral("long.gai")); // reads it again
+    EXPECT_EQ(LongCount, FramesShown());
+    ClickRow(QStringLiteral("BOOM.Gi"));
     SelectWhileLoading({"boom.gai", "long.gai"}, "cmdZoomIn"); // which is disabled
     QTest::qWait(50);
     EXPECT_EQ(LongCount, FramesShown());

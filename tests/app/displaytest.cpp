@@ -59,6 +59,19 @@ protected:
     Display display{settings, dialogs, strip, abort, res, nullptr};
 };
 
+TEST_F(DisplayTest, TellsOfFramesThatMemoryDidNotHold)
+{
+    dialogs.answers.push_back({QStringLiteral("Памяти хватило не на все кадры. Не прочитано: 2"),
+                               QStringLiteral("Информация"), QString()});
+    dialogs.behindBox = [this] { EXPECT_TRUE(display.IsBusy()); };
+    display.Open(QStringLiteral("C:\\a.gai"), [] {
+        FrameSet document = ThreeFrames();
+        document.LeftOut = 2;
+        return document;
+    });
+    EXPECT_TRUE(display.IsCutShort() && !display.IsBusy());
+}
+
 TEST_F(DisplayTest, TheSliderStepsThroughTheFrames)
 {
     auto *slider = Find<QSlider>("sldFrame");
@@ -123,10 +136,8 @@ TEST_F(DisplayTest, APictureTooLargeToZoomSaysSoOnceAndGoesBack)
 
 TEST(ExportBar, ItsButtonsFollowTheDocument)
 {
-    const FrameTarget pages[] = {FrameTarget::GiCreator, FrameTarget::GaiEditor, FrameTarget::HaiEditor,
-                                 FrameTarget::AnimCreator};
     const frmRes res;
-    ExportBar bar(res, pages, nullptr);
+    ExportBar bar(res, nullptr);
     FrameSet document;
     for (const TableRow &row : ReadTable("app/exportbuttons.txt", 4)) {
         document.Mode = DocumentMode(row.Int(0));

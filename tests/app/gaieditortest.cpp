@@ -1,11 +1,10 @@
 #include "anim/gaireader.h"
+#include "anim/gaiwriter.h"
+#include "app/editortest.h"
 #include "gfx/pixels.h"
-#include "support/table.h"
-#include "support/windowtest.h"
 #include "viewer/display.h"
 #include "widgets/filelistbox.h"
 
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTimer>
 #include <gmock/gmock.h>
@@ -16,62 +15,18 @@ namespace wb
 namespace
 {
 
-using namespace Qt::StringLiterals;
-
 const QString Frames = u"PNG и GI файлы (*.png, *.gi)|*.png;*.gi="_s;
 
-class GaiEditor : public WindowTest
+class GaiEditor : public EditorTest
 {
 protected:
+    GaiEditor() : EditorTest(2, u"GAICR"_s, {35, 30, 21, 13, 10, 9, 5, 1}) {}
     void SetUp() override
     {
-        folder.AddSprites();
         folder.AddGi("at.gi", MakeSprite(1), 2, 1);
         folder.AddPng("big.png", MakePicture(2000, 1500, 0xFFFFFFFF));
         folder.MakeFolder("folder.gai");
-        settingsFolder.Put("Options.ini", "BackColor2=#00FF00");
-        OpenWindow();
-        window->ShowPage(2);
-    }
-    // Clicks and types, or what the step says. Each answer is "asked=proposed=given", or "text=title" of an
-    // error box; "@" stands for the folder.
-    void Do(const QString &what, QString answers = {})
-    {
-        for (const QString &text : answers.replace(u'@', folder.Path()).split(u'&', Qt::SkipEmptyParts)) {
-            const QStringList answer = text.trimmed().split(u'=');
-            answer.size() == 2 ? dialogs.expectedErrors.push_back({answer[0], answer[1]})
-                               : dialogs.answers.push_back({answer[0], answer[1], answer[2]});
-        }
-        const QString where = what.section(u' ', 0, 0), rest = what.section(u' ', 1);
-        auto *list = Find<ListBox>("lstGAICR_List");
-        where == u"drop"_s  ? Drop(rest.split(u' '), list->viewport())
-        : where == u"row"_s ? ClickRow(list, rest.toInt())
-                            : QTest::mouseClick(Find(qPrintable(where)), Qt::LeftButton, {}, {12, 12});
-        if (where.startsWith(u"sld"_s))
-            QTest::keyClick(Find(qPrintable(where)), Qt::Key_End);
-        if (auto *box = window->findChild<QLineEdit *>(where)) {
-            box->selectAll();
-            QTest::keyClicks(box, rest);
-        }
-        QCoreApplication::processEvents();
-    }
-    // What can be pressed, the numbers, the lines (> is selected), and the texts below the frame.
-    std::string State() const
-    {
-        const auto *page = Find("picPage(2)");
-        QString state = Find("sldGAICR_Slider")->isEnabled() ? u"o"_s : u"-"_s;
-        for (const auto *button : page->findChildren<QAbstractButton *>())
-            state += u"-=ox"_s[(button->isEnabled() ? 2 : 0) + (button->isChecked() ? 1 : 0)];
-        for (const int place : {33, 32, 28, 27, 22, 13, 5, 1})
-            state.insert(place, u' ');
-        for (const auto *box : page->findChildren<QLineEdit *>())
-            state += (box->isEnabled() ? u" "_s : u" -"_s) + box->text();
-        const auto *list = Find<ListBox>("lstGAICR_List");
-        for (int i = 0; i < list->ListCount(); ++i)
-            state +=
-                (i == list->ListIndex() ? u" >"_s : u" "_s) + list->model()->index(i, 0).data().toString();
-        state += u' ' + Text("lblGAICR_Frames") + Text("lblGAICR_Size") + Text("lblGAICR_Info");
-        return state.remove(u'|').simplified().toStdString();
+        EditorTest::SetUp();
     }
     QString Shown() const // a pixel of the sprite
     {
@@ -130,6 +85,52 @@ TEST_F(GaiEditor, TakesFramesOfTheViewer)
     EXPECT_TRUE(Find("picPage(2)")->isVisible());
     EXPECT_THAT(State(),
                 testing::EndsWith(" 0 0 5 3 0 0 50 >boom_001 boom_000 boom_001 boom_002 Кадры: 1 / 4 5 x 3"));
+    QTimer::singleShot(0, [&] { // while it saves
+        window->ShowPage(0);
+        Click("cmdCopyGAICR");
+        EXPECT_THAT(State(), testing::EndsWith("Создание GI-фреймов: 1 / 4"));
+    });
+    Do(u"cmdGAICR_SaveGAI"_s, u"GAI проект содержит ошибки. Продолжить?=Ошибки=yes&GAI файлы "
+                              "(*.gai)|*.gai==@\\out.gai"_s);
+    EXPECT_THAT(State(), testing::EndsWith(" boom_002 boom_001 Кадры: 1 / 5 5 x 3"));
+}
+
+TEST_F(GaiEditor, ReadsManyFramesAndEditsNegativeNumbers)
+{
+    FrameBuf frame = MakePicture(1, 1, 0);
+    frame.TransType = 1;
+    folder.Put("many.gai", TextOf(WriteGai({-12, 0, 1, 1}, std::vector(5000, frame), {})));
+    int turns = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] { ++turns; });
+    timer.start(0);
+    Do(u"cmdGAICR_OpenGAI"_s, u"GAI файлы (*.gai)|*.gai==@\\many.gai"_s);
+    EXPECT_TRUE(turns > 1 && turns < 500) << turns;
+    EXPECT_EQ(u"Кадры: 1 / 5000"_s, Text("lblGAICR_Frames"));
+    auto *box = Find<QLineEdit>("txtGAICR_StartX");
+    box->setCursorPosition(3);
+    for (const auto &[keys, text] : {std::pair("\b", "-1"), {"7", "-17"}, {"-", "-17"}, {"000", "-17000"}}) {
+        QTest::keyClicks(box, QLatin1String(keys));
+        EXPECT_EQ(QLatin1String(text), box->text());
+    }
+    Click("cmdGAICR_StartX(0)");
+    EXPECT_EQ(u"-16999"_s, box->text());
+    Do(u"txtGAICR_StartX 5"_s); // in place of all
+    EXPECT_EQ(u"5"_s, box->text());
+}
+
+TEST_F(GaiEditor, AsksAboutClosingAfterItsOwnBoxes)
+{
+    Do(u"drop 1.png"_s);
+    QTimer::singleShot(0, [&] { QTimer::singleShot(0, [&] { Click("cmdClose"); }); });
+    dialogs.behindBox = [&] {
+        QTest::qWait(20);
+        EXPECT_EQ(1U, dialogs.answers.size());
+    };
+    Do(u"drop noise.gi 2.png"_s, u"Некоторые файлы не были добавлены, т.к. они не принадлежат к формату PNG "
+                                 "или GI.=Информация=&Новый файл был изменен. Сохранить "
+                                 "изменения?=Вопрос=no"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
 }
 
 TEST_F(GaiEditor, SavesAndClosesWhateverIsPressedMeanwhile)
@@ -145,8 +146,11 @@ TEST_F(GaiEditor, SavesAndClosesWhateverIsPressedMeanwhile)
         for (const char *button : {"cmdGAICR_Clean", "cmdGAICR_Remove", "cmdClose"})
             Click(button);
     });
-    Do(u"cmdGAICR_SaveGAI"_s, u"GAI файлы (*.gai)|*.gai=@\\=@\\out.gai"_s);
-    EXPECT_EQ("- ---- -------- --------- -=--- - ---- - -=- -0 -0 -37 -23 -0 -0 -50 >1.png 2.png Кадры: 1 / "
+    // Closing ends the saving, and asks.
+    Do(u"cmdGAICR_SaveGAI"_s, u"GAI файлы (*.gai)|*.gai=@\\=@\\out.gai&Файл out.gai был изменен. Сохранить "
+                              "изменения?=Вопрос=yes&GAI файлы (*.gai)|*.gai=@\\out.gai=@\\out.gai"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
+    EXPECT_EQ("- ---- ---- - -=- -------- --------- -=--- - -0 -0 -37 -23 -0 -0 -50 >1.png 2.png Кадры: 1 / "
               "2 37 x 23 "
               "Создание GI-фреймов: 1 / 2",
               busy);
@@ -154,7 +158,6 @@ TEST_F(GaiEditor, SavesAndClosesWhateverIsPressedMeanwhile)
     GaiContents read;
     EXPECT_EQ(2, ReadGaiProject(BytesOf(folder.Get("out.gai")), read));
     EXPECT_EQ(66U + 32U, folder.Get("out.gai").find("ZL01"));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
 }
 
 } // namespace

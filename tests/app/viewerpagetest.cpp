@@ -318,13 +318,13 @@ TEST_F(Viewer, TabGoesAlongTheScreenAndNavigationGivesTheFocusBack)
     OpenWindow(QStringLiteral("a.gi"));
     Find("cmdRoot")->setFocus(Qt::TabFocusReason);
     QStringList order;
-    for (int i = 0; i < 8; ++i) {
+    for (int i = 0; i < 10; ++i) {
         Key(Qt::Key_Tab);
         order << window->focusWidget()->objectName();
     }
-    EXPECT_EQ(
-        QStringLiteral("cmdSub txtPath lstFiles cmdCopyGICR cmdCopyGAICR cmdSavePNG cmdSaveJPG cmdAlphaView"),
-        order.join(u' '));
+    EXPECT_EQ(QStringLiteral("cmdSub txtPath lstFiles cmdCopyGICR cmdCopyGAICR cmdCopyHAICR cmdCopyAnimCR "
+                             "cmdSavePNG cmdSaveJPG cmdAlphaView"),
+              order.join(u' '));
     Find("txtPath")->setFocus();
     QCoreApplication::processEvents();
     EXPECT_EQ(folder.Path(), Find<QLineEdit>("txtPath")->selectedText());
@@ -404,7 +404,7 @@ TEST_F(Viewer, AbortAndCloseEndSavingInTheMiddle)
         PressKeys("a");
         EXPECT_TRUE(std::filesystem::remove(folder.Native("inner/x_000.png")));
         EXPECT_FALSE(std::filesystem::exists(folder.Native("inner/x_150.png")));
-        PressKeys(closes ? "" : "nmg"); // the animation creator takes no frames yet
+        PressKeys(closes ? "" : "g");
         EXPECT_EQ(!closes, Find("picPage(1)")->isVisible());
         window->ShowPage(0);
     }

@@ -122,6 +122,33 @@ TEST_F(CliTest, AnimationsAreMadeAndShownAsTheOptionsSay)
     EXPECT_EQ(5U, folder.EntryCount()) << "no c.gai";
 }
 
+TEST_F(CliTest, HaiAndAnimateKeepEveryPixel)
+{
+    const FrameBuf first = MakePicture(128, 128, 0xFFFF0000);
+    const FrameBuf second =
+        MakePicture(128, 128, [](int x, int y) { return x < y ? 0xFF0000FF : 0xFFFF0000; });
+    folder.AddPng("а", first);
+    folder.AddPng("б", second);
+    folder.AddPng("в", MakePicture(128, 128, [](int x, int) { return x == 0 ? 0U : 0xFF0000FF; }));
+    ExpectDone(u"hai Бум.hai а б"_qs);
+    ExpectDone(u"export Бум.hai к.png --all"_qs);
+    EXPECT_EQ(first.Pixels, ReadBack(u"к_000.png"_qs, "PNG").Pixels);
+    EXPECT_EQ(second.Pixels, ReadBack(u"к_001.png"_qs, "PNG").Pixels);
+    folder.Put("Бум.hai", folder.Get("Бум.hai").substr(0, 17460));
+    ExpectFails(u"export Бум.hai к.png --all --force"_qs, "Бум.hai: lacks 1 of its frames");
+    ExpectFails(u"export Бум.hai к.png --frame 1"_qs, "Бум.hai: has no frame 1");
+    folder.AddGi("бум.gi", first, 0, 0);
+    ExpectDone(u"animate бум.GAI а б"_qs);
+    ExpectDone(u"export бум.GAI к.png --frame 1"_qs);
+    EXPECT_EQ(second.Pixels, ReadBack(u"к.png"_qs, "PNG").Pixels);
+    EXPECT_EQ(
+        "128 pixel(s) of 1 frame(s) will look different: they are transparent where the picture before is "
+        "not\n",
+        Run(u"animate огонь.x а б в"_qs).out);
+    EXPECT_EQ(0, ReadBack(u"огонь_000.png"_qs, "PNG").Pixels[3]);
+    EXPECT_EQ(12U, folder.EntryCount());
+}
+
 TEST_F(CliTest, ExportNamesItsFilesAndKeepsTheQuality)
 {
     folder.AddPng("a", MakeSprite(0));
@@ -154,11 +181,13 @@ TEST_F(CliTest, WhatIsRefusedOrFailsLeavesTheOutputAlone)
     PutArchive("а.pkg", "cli/archive.txt");
     folder.MakeFolder("папка");
     folder.Put("старый.png", "older");
+    folder.Put("Новый_001.png", "older");
+    folder.AddPng("малый", MakePicture(37, 22, 0xFF000000));
     for (const TableRow &row : ReadTable("cli/failures.txt", 2))
         for (const QString &out : {u"старый.png"_qs, u"новый.png"_qs})
             ExpectFails(row.Text(0).replace(u"OUT"_qs, out), row.Bytes(1));
     EXPECT_EQ("older", folder.Get("старый.png"));
-    EXPECT_EQ(9U, folder.EntryCount());
+    EXPECT_EQ(11U, folder.EntryCount());
     ExpectDone(u"export --all 0 старый.png --force"_qs);
     EXPECT_EQ(23, ReadBack(u"старый.png"_qs, "PNG").Height);
 }

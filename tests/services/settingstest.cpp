@@ -1,6 +1,7 @@
 #include "services/settings.h"
 #include "platform/ansi.h"
 #include "services/uitext.h"
+#include "support/fulldisk.h"
 #include "support/table.h"
 #include "support/tempfolder.h"
 
@@ -85,7 +86,8 @@ TEST(Settings, AFileThatCannotBeReadNeverStopsTheStart)
     EXPECT_EQ(folder.Get("new/Options.ini"), Written(DefaultSettings())) << "written at once";
     const Settings every = ParseSettings(SettingsFile("services/everyfield.txt"));
     EXPECT_TRUE(SaveSettings(path, every));
-    EXPECT_EQ(LoadSettings(path), every);
+    OnAFullDisk(100, [&] { EXPECT_FALSE(SaveSettings(path, Settings())); });
+    EXPECT_EQ(LoadSettings(path), every) << "stays when a new one can't be written";
 
     folder.Put("empty", "");
     EXPECT_EQ(LoadSettings(folder.Path(u"empty"_qs)), Settings());

@@ -51,7 +51,12 @@ public:
         return Take(text, title) == QStringLiteral("yes");
     }
     bool Warning(const QString &text, const QString &title) override { return Question(text, title); }
-    void Information(const QString &text, const QString &title) override { Take(text, title); }
+    void Information(const QString &text, const QString &title) override
+    {
+        Take(text, title);
+        if (behindBox)
+            behindBox();
+    }
     Choice YesNoCancel(const QString &text, const QString &title) override
     {
         const QString given = Take(text, title);
@@ -83,7 +88,7 @@ public:
     std::deque<Answer> answers;
     std::deque<std::optional<std::int32_t>> colours;
     std::vector<std::int32_t> askedColours;
-    std::function<void()> behindBox; // what happens while an error box is open
+    std::function<void()> behindBox; // what happens while a box with one button is open
 
 private:
     QString Take(const QString &asked, const QString &path)

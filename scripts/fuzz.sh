@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Fuzzes every reader and writer. Usage: scripts/fuzz.sh MINUTES [TARGET…], the minutes shared by all targets on
+# each core. What is learnt stays in build/fuzz/corpus for the next time, what is found in build/fuzz/findings.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+minutes=${1:?usage: $0 MINUTES [TARGET…]}
+shift
+
+scripts/setup.sh fuzz
+cmake --preset fuzz >/dev/null
+cmake --build --preset fuzz
+cd build/fuzz
+bin/fuzz_seeds .
+mkdir -p logs
+targets=("$@")
+[ $# -gt 0 ] || mapfile -t targets < <(cd bin && ls -d fuzz_read_* fuzz_write_*)
+seconds=$((minutes * 60 * $(nproc) / ${#targets[@]}))
+
+fuzz() {
+  bin/"$1" -max_total_time="$2" -timeout=20 -rss_limit_mb=3072 -print_final_stats=1 -verbosity=0 \
+    -artifact_prefix="findings/$1-" "corpus/$1" "seeds/$1" >"logs/$1" 2>&1 || echo "$1: see build/fuzz/logs/$1"
+  printf '%-24s %12s runs\n' "$1" "$(sed -n 's/^stat::number_of_executed_units: *//p' "logs/$1")"
+}
+export -f fuzz
+printf '%s\n' "${targets[@]}" | xargs -P "$(nproc)" -I{} bash -c "fuzz {} $seconds"
+[ -z "$(ls findings)" ] || { ls findings; exit 1; }

@@ -1,0 +1,167 @@
+#include "anim/animcreatorpage.h"
+
+#include "common/text.h"
+#include "services/uitext.h"
+#include "widgets/dibimage.h"
+
+#include <QPushButton>
+
+namespace wb
+{
+
+namespace
+{
+
+QString PngFilter()
+{
+    return UiText(TextPngFiles) + QStringLiteral(" (*.png)|*.png");
+}
+
+} // namespace
+
+AnimCreatorPage::AnimCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent)
+    : FramePage(settings, dialogs, res, parent),
+      m_list(new FrameListPane({QStringLiteral("lstAnimCR_List"), QStringLiteral("cmdAnimCR_Add"),
+                                QStringLiteral("cmdAnimCR_Remove"), QStringLiteral("cmdAnimCR_MoveFrame")},
+                               res, this)),
+      cmdAnimCR_Gen(NewButton("cmdAnimCR_Gen", tr("Выполнить"),
+                              tr("Построить кадры, которые рисуются один поверх другого"))),
+      cmdAnimCR_Clean(NewButton("cmdAnimCR_Clean", tr("Очистить"), tr("Убрать все кадры и начать заново"))),
+      cmdAnimCR_SavePNG(
+          NewButton("cmdAnimCR_SavePNG", tr("Сохранить PNG…"), tr("Записать построенные кадры в файлы PNG"))),
+      cmdAnimCR_AddGAI(NewButton("cmdAnimCR_AddGAI", tr("Передать в GAI Editor"),
+                                 tr("Добавить построенные кадры к анимации в GAI Editor")))
+{
+    LayOut(m_list, {cmdAnimCR_Gen, cmdAnimCR_Clean}, {cmdAnimCR_SavePNG, cmdAnimCR_AddGAI},
+           QStringLiteral("AnimCR"));
+    m_preview->SetSizeBar(QStringLiteral("| "));
+    ConnectControls();
+    ShowFrames();
+}
+
+void AnimCreatorPage::ConnectControls()
+{
+    connect(m_list, &FrameListPane::AddWanted, this, [this] {
+        AddFrom(PngFilter(), [this](const QStringList &paths) {
+            if (!AddFiles(paths))
+                m_dialogs.Information(tr("Некоторые файлы не были добавлены, т.к. они отлючатся размером от "
+                                         "главного кадра."),
+                                      UiText(TextInformation));
+        });
+    });
+    connect(m_list, &FrameListPane::FilesDropped, this, &AnimCreatorPage::AddDropped);
+    Connect(m_list, m_project);
+    connect(cmdAnimCR_Gen, &QPushButton::clicked, this, &AnimCreatorPage::Generate);
+    connect(cmdAnimCR_Clean, &QPushButton::clicked, this, &AnimCreatorPage::Clean);
+    connect(cmdAnimCR_SavePNG, &QPushButton::clicked, this, &AnimCreatorPage::Save);
+    connect(cmdAnimCR_AddGAI, &QPushButton::clicked, this, &AnimCreatorPage::ToGai);
+}
+
+bool AnimCreatorPage::AddFiles(const QStringList &paths)
+{
+    m_preview->StopPlaying();
+    bool areAllAdded = true;
+    RunJob(UiText(TextAddingFrames),
+           [&](const FrameStep &step) { areAllAdded = m_project.AddFiles(paths, step); });
+    return areAllAdded;
+}
+
+void AnimCreatorPage::AddDropped(const QStringList &paths)
+{
+    const Command command(*this);
+    if (!AddFiles(paths))
+        m_dialogs.Information(tr("Некоторые файлы не были добавлены, т.к. они отлючатся размером от главного "
+                                 "кадра \r\nили не принадлежат к формату PNG."),
+                              UiText(TextInformation));
+}
+
+void AnimCreatorPage::TakeFrames(std::span<const std::int32_t> handles, const QStringList &names)
+{
+    TakeCopies(handles, tr("Добавление кадров: "),
+               [this, names](std::vector<FrameBuf> frames, const FrameStep &step) {
+                   m_project.GoBack();
+                   m_project.AddFrames(std::move(frames), names, step);
+               });
+}
+
+void AnimCreatorPage::Generate()
+{
+    m_preview->StopPlaying();
+    if (m_project.IsGenerated()) {
+        m_project.GoBack();
+        ShowFrame();
+        return;
+    }
+    RunJob(tr("Создание фреймов: "), [this](const FrameStep &step) { m_project.Build(step); });
+}
+
+bool AnimCreatorPage::Save()
+{
+    const Command command(*this);
+    if (!m_project.IsGenerated())
+        Generate();
+    if (!m_project.IsGenerated())
+        return false;
+    m_preview->StopPlaying();
+    return SaveTo(PngFilter(), UiText(TextSavingPng), [this](const QString &path, const FrameStep &step) {
+        return m_project.WritePngs(path, step);
+    });
+}
+
+void AnimCreatorPage::ToGai()
+{
+    QStringList names;
+    for (std::int32_t i = 0; i < m_project.List().Count(); ++i)
+        names << QStringLiteral("Buf_") + ZeroPad(i, 3);
+    Q_EMIT GaiEditorWanted(m_project.Frames(), names);
+    m_project.MarkHandedOn();
+}
+
+void AnimCreatorPage::Clean()
+{
+    if (MayClose())
+        Release();
+}
+
+void AnimCreatorPage::Release()
+{
+    m_project.Clean();
+    ShowFrames();
+}
+
+void AnimCreatorPage::ShowFrames()
+{
+    m_list->ShowFrames(m_project.List());
+    ShowFrame();
+}
+
+void AnimCreatorPage::ShowFrame()
+{
+    const FrameBuf *frame = m_project.ShownFrame();
+    m_preview->ShowPicture(frame != nullptr ? ComposedImage(*frame, m_settings.BackColor2) : QImage());
+
+    const FrameList &frames = m_project.List();
+    const bool isFree = !m_project.IsBusy();
+    const bool isGenerated = m_project.IsGenerated();
+    m_list->setEnabled(isFree);
+    m_list->SetChangeable(!isGenerated);
+    cmdAnimCR_Gen->setText(isGenerated ? tr("Вернуть") : tr("Выполнить"));
+    cmdAnimCR_Gen->setEnabled(isFree && frames.Count() > 1);
+    cmdAnimCR_Clean->setEnabled(isFree);
+    for (QPushButton *button : {cmdAnimCR_SavePNG, cmdAnimCR_AddGAI})
+        button->setEnabled(isFree && isGenerated);
+    m_preview->ShowPlace(frames.Count(), frames.Current(), !isFree);
+    if (isFree)
+        ShowUnshown();
+}
+
+void AnimCreatorPage::ShowUnshown()
+{
+    const AnimProject::Unshown &unshown = m_project.NotShown();
+    m_preview->ShowNote(
+        m_project.IsGenerated() && unshown.Pixels != 0
+            ? tr("Нельзя показать пикселов: %1, в кадрах: %2").arg(unshown.Pixels).arg(unshown.Frames)
+            : QString());
+}
+
+} // namespace wb

@@ -1,0 +1,57 @@
+// The "Anim Creator" page: turns pictures that follow each other into frames that are drawn over the first.
+#pragma once
+
+#include "anim/animproject.h"
+#include "anim/framepage.h"
+
+namespace wb
+{
+
+class AnimCreatorPage : public FramePage
+{
+    Q_OBJECT
+
+public:
+    AnimCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent);
+
+    void Abort() override { m_project.Stop(); }
+    void Release() override;
+
+    // Adds copies of the pictures that have the size of the first, each under its name, when no command runs.
+    // The pictures are shown then.
+    void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
+
+Q_SIGNALS:
+    // The GAI editor should come forward and take these frames, which stay the creator's, under their names.
+    void GaiEditorWanted(std::span<const FrameBuf> frames, const QStringList &names);
+
+protected:
+    // One picture alone gives no frames.
+    bool HasUnsavedWork() const override
+    {
+        return m_project.List().Count() > 1 && m_project.HasUnsavedWork();
+    }
+    QString FileName() const override { return {}; }
+    bool Save() override; // builds the frames first
+    void ShowFrames() override;
+    void ShowFrame() override;
+
+private:
+    void ConnectControls();
+
+    bool AddFiles(const QStringList &paths);
+    void AddDropped(const QStringList &paths);
+    void Clean();
+    void Generate();
+    void ToGai();
+    void ShowUnshown();
+
+    AnimProject m_project;
+    FrameListPane *m_list;
+    QPushButton *cmdAnimCR_Gen;
+    QPushButton *cmdAnimCR_Clean;
+    QPushButton *cmdAnimCR_SavePNG;
+    QPushButton *cmdAnimCR_AddGAI;
+};
+
+} // namespace wb

@@ -1,0 +1,198 @@
+#include "anim/framepage.h"
+
+#include "common/paths.h"
+#include "gfx/pixels.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace wb
+{
+
+namespace
+{
+
+constexpr std::int32_t EachShown = 16; // items of a job
+constexpr qint64 ShowInterval = 30;    // ms
+
+// When a job shows how far it is: after each of its first items, after the last, and often enough to look
+// alive. However many frames there are, showing them takes a small part of the job's time.
+class Pace
+{
+public:
+    Pace() { m_clock.start(); }
+
+    bool IsDue(std::int32_t done, std::int32_t all) const
+    {
+        return done <= EachShown || done == all || m_clock.elapsed() >= m_next;
+    }
+
+    void Show(const std::function<void()> &show)
+    {
+        const qint64 start = m_clock.elapsed();
+        show();
+        const qint64 end = m_clock.elapsed();
+        m_next = end + std::max(ShowInterval, 4 * (end - start));
+    }
+
+private:
+    QElapsedTimer m_clock;
+    qint64 m_next = 0;
+};
+
+} // namespace
+
+FramePage::FramePage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent)
+    : Page(parent), m_settings(settings), m_dialogs(dialogs), m_res(res)
+{
+}
+
+FramePage::Columns FramePage::LayOut(FrameListPane *list, std::initializer_list<QPushButton *> left,
+                                     std::initializer_list<QPushButton *> right, const QString &tag)
+{
+    m_preview = new FramePreview(tag, m_res, this);
+    auto *all = new QHBoxLayout(this);
+    all->setContentsMargins(Gap, Gap, Gap, 10);
+    all->setSpacing(Gap);
+    list->setFixedWidth(ListWidth);
+    all->addWidget(list);
+    auto *middle = new QVBoxLayout;
+    middle->setSpacing(8);
+    all->addLayout(middle, 1);
+    auto *buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
+    middle->addLayout(buttons);
+    middle->addWidget(m_preview, 1);
+    for (QPushButton *button : left)
+        buttons->addWidget(button);
+    buttons->addStretch(1);
+    for (QPushButton *button : right)
+        buttons->addWidget(button);
+    std::rbegin(right)[0]->setProperty("primary", true);
+    return {all, middle};
+}
+
+void FramePage::Redraw()
+{
+    m_preview->SetBackColour(m_settings.BackColor1);
+    ShowFrames();
+}
+
+QPushButton *FramePage::NewButton(const char *name, const QString &caption, const QString &tip)
+{
+    auto *button = new QPushButton(caption, this);
+    button->setObjectName(QLatin1String(name));
+    button->setToolTip(tip);
+    return button;
+}
+
+void FramePage::EndCommand()
+{
+    while (m_commands == 1 && !m_waiting.empty())
+        for (const auto &take : std::exchange(m_waiting, {}))
+            take();
+    --m_commands;
+    if (m_commands == 0)
+        Q_EMIT Idle();
+}
+
+bool FramePage::MayClose()
+{
+    return !HasUnsavedWork() || AskToSave(m_dialogs, FileName(), [this] { return Save(); });
+}
+
+QString FramePage::ProposedPath() const
+{
+    return PathIn(m_settings.OpenDir, FileName());
+}
+
+void FramePage::OpenFrom(const QString &filter, const QString &what, const Read &read)
+{
+    const Command command(*this);
+    if (!MayClose())
+        return;
+    const QString path = m_dialogs.OpenFile(filter, ProposedPath());
+    if (path.isEmpty())
+        return;
+    m_preview->StopPlaying();
+    std::optional<std::int32_t> leftOut;
+    RunJob(what, [&](const FrameStep &step) { leftOut = read(path, step); });
+    m_settings.OpenDir = GetFolder(path);
+    if (leftOut)
+        TellLeftOut(m_dialogs, *leftOut);
+    else
+        ReportFileError(m_dialogs, FileError::AccessError);
+}
+
+bool FramePage::SaveTo(const QString &filter, const QString &what, const Write &write)
+{
+    const Command command(*this);
+    const QString path = m_dialogs.SaveFile(filter, ProposedPath());
+    if (path.isEmpty())
+        return false;
+    auto end = SaveEnd::Failed;
+    RunJob(what, [&](const FrameStep &step) { end = write(path, step); });
+    m_settings.OpenDir = GetFolder(path);
+    if (end == SaveEnd::Failed)
+        ReportFileError(m_dialogs, FileError::AccessError);
+    else if (end == SaveEnd::TooLarge)
+        m_dialogs.Error(QStringLiteral("The file would be larger than 2 GB."), ErrorTitle);
+    return end == SaveEnd::Saved;
+}
+
+void FramePage::AddFrom(const QString &filter, const std::function<void(const QStringList &)> &add)
+{
+    const Command command(*this);
+    const QStringList paths = m_dialogs.OpenFiles(filter, m_settings.OpenDir);
+    if (paths.isEmpty())
+        return;
+    add(paths);
+    m_settings.OpenDir = GetFolder(paths.front());
+}
+
+void FramePage::RunJob(const QString &what, const std::function<void(const FrameStep &)> &job)
+{
+    const Command command(*this);
+    QWidget *focused = window()->focusWidget();
+    Pace pace;
+    job([&](std::int32_t done, std::int32_t all) {
+        if (!pace.IsDue(done, all))
+            return;
+        pace.Show([&] {
+            m_preview->ShowWork(what, done, all);
+            ShowFrames();
+            QCoreApplication::processEvents();
+        });
+    });
+    m_preview->ClearWork();
+    ShowFrames();
+    if (focused != nullptr && isAncestorOf(focused))
+        focused->setFocus();
+}
+
+void FramePage::TakeCopies(std::span<const std::int32_t> handles, const QString &what, const Add &add)
+{
+    std::vector<FrameBuf> frames;
+    for (const std::int32_t handle : handles)
+        frames.push_back(DibToFrameBuf(handle));
+    TakeCopies(std::move(frames), what, add);
+}
+
+void FramePage::TakeCopies(std::vector<FrameBuf> frames, const QString &what, const Add &add)
+{
+    auto take = [this, frames = std::move(frames), what, add]() mutable {
+        RunJob(what, [&](const FrameStep &step) { add(std::move(frames), step); });
+    };
+    if (IsBusy())
+        m_waiting.emplace_back(std::move(take));
+    else
+        take();
+}
+
+} // namespace wb

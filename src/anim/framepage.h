@@ -1,0 +1,145 @@
+// What the pages that make animations have in common: a preview, commands that ask and run jobs, and frames
+// that other pages hand over.
+#pragma once
+
+#include "anim/framejob.h"
+#include "anim/framelistpane.h"
+#include "anim/framepreview.h"
+#include "gfx/framebuf.h"
+#include "services/dialogs.h"
+#include "services/settings.h"
+#include "widgets/frmres.h"
+#include "widgets/page.h"
+
+#include <QStringList>
+
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <optional>
+#include <span>
+#include <vector>
+
+class QHBoxLayout;
+class QPushButton;
+class QVBoxLayout;
+
+namespace wb
+{
+
+class FramePage : public Page
+{
+    Q_OBJECT
+
+public:
+    // From the start of a command to the end of its last box.
+    bool IsBusy() const override { return m_commands > 0; }
+
+    void Redraw() override;
+    bool MayClose() override;
+
+protected:
+    static constexpr int Gap = 12;
+    static constexpr int ListWidth = 208;
+
+    FramePage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent);
+
+    // --- Controls
+
+    QPushButton *NewButton(const char *name, const QString &caption, const QString &tip);
+
+    struct Columns {
+        QHBoxLayout *All;
+        QVBoxLayout *Middle;
+    };
+
+    // Puts a list to the left, and the preview, which is made, below a row of buttons. Those on the right of
+    // the row take the work elsewhere, the last one as it is mostly done. `tag` is part of the names of the
+    // preview's controls. What stands below the preview and right of it is added afterwards.
+    Columns LayOut(FrameListPane *list, std::initializer_list<QPushButton *> left,
+                   std::initializer_list<QPushButton *> right, const QString &tag);
+
+    // Lets the list and the preview move through the frames of a project, remove and move them.
+    template <typename Project>
+    void Connect(FrameListPane *list, Project &project);
+
+    // A command of the page, as long as it lives.
+    class Command
+    {
+    public:
+        explicit Command(FramePage &page) : m_page(page) { ++m_page.m_commands; }
+        Command(const Command &) = delete;
+        Command &operator=(const Command &) = delete;
+        ~Command() { m_page.EndCommand(); }
+
+    private:
+        FramePage &m_page;
+    };
+
+    // --- What the page works on
+
+    virtual bool HasUnsavedWork() const = 0;
+    virtual QString FileName() const = 0; // without folder; empty before there is one
+    virtual bool Save() = 0;              // asks for a file; false when nothing was saved
+
+    // Shows the frames; the current one only, and what can be done with it.
+    virtual void ShowFrames() = 0;
+    virtual void ShowFrame() = 0;
+
+    // --- Commands. Each lets the user choose files, runs a job on them, and tells what went wrong.
+
+    // What reads or writes a file, as GaiProject does.
+    using Read = std::function<std::optional<std::int32_t>(const QString &path, const FrameStep &step)>;
+    using Write = std::function<SaveEnd(const QString &path, const FrameStep &step)>;
+
+    // Asks about unsaved work first.
+    void OpenFrom(const QString &filter, const QString &what, const Read &read);
+    bool SaveTo(const QString &filter, const QString &what, const Write &write);
+    void AddFrom(const QString &filter, const std::function<void(const QStringList &)> &add);
+
+    // Runs what calls a step after each of its items and shows how far it is behind `what`. Events run
+    // meanwhile.
+    void RunJob(const QString &what, const std::function<void(const FrameStep &)> &job);
+
+    // --- Frames from elsewhere
+
+    // Copies pictures at once. Adding them is a job that runs now, or when the command that runs has ended.
+    using Add = std::function<void(std::vector<FrameBuf> frames, const FrameStep &step)>;
+    void TakeCopies(std::span<const std::int32_t> handles, const QString &what, const Add &add);
+    void TakeCopies(std::vector<FrameBuf> frames, const QString &what, const Add &add);
+
+    Settings &m_settings;
+    Dialogs &m_dialogs;
+    const frmRes &m_res;
+    FramePreview *m_preview = nullptr; // from LayOut on
+
+private:
+    void EndCommand();
+    QString ProposedPath() const;
+
+    int m_commands = 0;                           // that run, one inside another
+    std::vector<std::function<void()>> m_waiting; // for their end
+};
+
+template <typename Project>
+void FramePage::Connect(FrameListPane *list, Project &project)
+{
+    connect(list, &FrameListPane::RemoveWanted, this, [this, &project] {
+        project.RemoveSelected();
+        ShowFrames();
+    });
+    connect(list, &FrameListPane::MoveWanted, this, [this, &project](int distance) {
+        project.MoveSelected(distance);
+        ShowFrames();
+    });
+    connect(list, &FrameListPane::LineSelected, this, [this, &project](int line) {
+        project.Select(line);
+        ShowFrame();
+    });
+    connect(m_preview, &FramePreview::FrameWanted, this, [this, &project](int frame) {
+        project.SetCurrent(frame);
+        ShowFrame();
+    });
+}
+
+} // namespace wb

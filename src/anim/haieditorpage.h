@@ -1,0 +1,59 @@
+// The "HAI Editor" page: makes an animation of small indexed pictures, with a second list to take frames
+// from.
+#pragma once
+
+#include "anim/framepage.h"
+#include "anim/haiproject.h"
+
+#include <array>
+
+namespace wb
+{
+
+class PictureArea;
+
+class HaiEditorPage : public FramePage
+{
+    Q_OBJECT
+
+public:
+    HaiEditorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent);
+
+    void Redraw() override;
+    void Abort() override { m_project.Stop(); }
+    void Release() override;
+
+    // Adds copies of pictures to the animation, each under its name, when no command runs.
+    void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
+
+protected:
+    bool HasUnsavedWork() const override { return m_project.HasUnsavedWork(); }
+    QString FileName() const override { return m_project.FileName(); }
+    bool Save() override;
+    void ShowFrames() override;
+    void ShowFrame() override;
+
+private:
+    struct CopyButton;
+
+    FrameListPane *NewList(HaiProject::ListName list, const FrameListPane::Names &names);
+    QWidget *MakeCopyButtons();
+    QWidget *MakeStore();
+    void ConnectControls();
+
+    void Open();
+    void AddFiles(HaiProject::ListName list, const QStringList &paths);
+    void CopyAll(HaiProject::ListName from);
+    void Clean();
+
+    HaiProject m_project;
+    std::array<FrameListPane *, 2> m_lists;
+    QPushButton *cmdHAICR_OpenHAI;
+    QPushButton *cmdHAICR_Clean;
+    QPushButton *cmdHAICR_SaveHAI;
+    QWidget *m_copies = nullptr;
+    QWidget *m_store = nullptr;
+    PictureArea *picHAICR_Picture2 = nullptr;
+};
+
+} // namespace wb

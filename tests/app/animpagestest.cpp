@@ -1,0 +1,152 @@
+#include "app/editortest.h"
+#include "gfx/pixels.h"
+#include "viewer/display.h"
+#include "viewer/documentloader.h"
+#include "widgets/filelistbox.h"
+
+#include <QAbstractButton>
+#include <QTimer>
+#include <gmock/gmock.h>
+
+namespace wb
+{
+
+namespace
+{
+
+class HaiEditor : public EditorTest
+{
+protected:
+    HaiEditor() : EditorTest(3, u"HAICR"_s, {13, 9, 8, 5, 1}) {}
+    void SetUp() override
+    {
+        folder.AddPng("red.png", MakePicture(64, 32, 0xFFFF0000));
+        EditorTest::SetUp();
+    }
+    QString Middle(const char *picture) const
+    {
+        return PixelAt(picture, Find(picture)->rect().center()).name();
+    }
+};
+
+TEST_F(HaiEditor, OffersShowsAndAsks)
+{
+    for (const TableRow &row : ReadTable("app/haieditor.txt", 5)) {
+        Do(row.Text(0), row.Text(1));
+        EXPECT_EQ(row.Bytes(2), State()) << row.line;
+        EXPECT_EQ(row.Text(3), Middle("picHAICR_Picture")) << row.line;
+        EXPECT_EQ(row.Text(4), Middle("picHAICR_Picture2")) << row.line;
+    }
+    EXPECT_FALSE(window->isVisible());
+}
+
+// A frame that went to the other list and back is the same to the byte, also after a file.
+TEST_F(HaiEditor, KeepsIndexedFramesAsTheyAre)
+{
+    Do(u"drop 2.png"_s);
+    for (const char *button : {"cmdHAICR_Copy", "cmdHAICR_Copy2", "cmdHAICR_CopyAll2"}) {
+        Click(button);
+        EXPECT_EQ(Find(QByteArray(button).contains('2') ? "lstHAICR_List2" : "lstHAICR_List"),
+                  window->focusWidget());
+    }
+    const QString filter = u"HAI файлы (*.hai)|*.hai="_s;
+    Do(u"cmdHAICR_SaveHAI"_s, filter + u"=@\\a.hai"_s);
+    Do(u"cmdHAICR_OpenHAI"_s, filter + u"@\\a.hai=@\\a.hai"_s);
+    Do(u"cmdHAICR_SaveHAI"_s, filter + u"@\\a.hai=@\\b.hai"_s);
+    const std::string file = folder.Get("a.hai");
+    EXPECT_EQ(52276U, file.size());
+    EXPECT_TRUE(file == folder.Get("b.hai"));
+    for (const std::size_t frame : {1, 2})
+        EXPECT_TRUE(file.substr(52, 17408) == file.substr(52 + frame * 17408, 17408));
+    const FrameSet document = OpenDocumentFile(folder.Path(u"a.hai"_s));
+    EXPECT_EQ(128, DibToFrameBuf(document.Pictures.at(2)).Width);
+}
+
+// A thousand frames are reduced to 256 colours while closing waits.
+TEST_F(HaiEditor, TakesFramesOfTheViewerAndStopsWhenTheWindowCloses)
+{
+    FrameSet document;
+    for (; document.Count < 1000; ++document.Count)
+        document.Pictures.push_back(FrameBufToDib(MakeSprite(2)));
+    window->ShowPage(0);
+    window->findChild<Display *>()->Open(u"C:\\boom.gai"_s, [&] { return std::move(document); });
+    Click("cmdCopyHAICR");
+    EXPECT_EQ("- oooo ooo - oooo ooo >boom_000 / Кадры: 1 / 1 128 x 128", State());
+    window->ShowPage(0);
+    QTimer::singleShot(0, [&] {
+        EXPECT_THAT(State(), testing::EndsWith("Добавление фреймов: 1 / 1000"));
+        EXPECT_THAT(State(), testing::StartsWith("- ---- --- - ---- --- "));
+        Click("cmdClose");
+    });
+    dialogs.answers.push_back({u"Новый файл был изменен. Сохранить изменения?"_s, u"Вопрос"_s, u"no"_s});
+    Click("cmdCopyHAICRAll");
+    EXPECT_LT(Find<ListBox>("lstHAICR_List")->ListCount(), 100);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
+}
+
+class AnimCreator : public EditorTest
+{
+protected:
+    AnimCreator() : EditorTest(4, u"AnimCR"_s, {9, 5, 1}) {}
+    void SetUp() override
+    {
+        const std::uint32_t colours[] = {0xFFFF0000, 0xFF0000FF, 0xFF00FF00};
+        for (const int i : {0, 1, 2}) // a square that moves over a ground
+            sources.push_back(MakePicture(64, 48, [&](int x, int y) {
+                return x / 16 == i && y / 16 == 1 ? 0xFFFFFFFF : colours[y / 20];
+            }));
+        for (std::size_t i = 0; i < sources.size(); ++i)
+            folder.AddPng("s" + std::to_string(i) + ".png", sources[i]);
+        folder.AddPng("hole.png", MakePicture(64, 48, 0));
+        folder.AddGi("out.GI", sources[0], 0, 0);
+        EditorTest::SetUp();
+    }
+    std::vector<FrameBuf> sources;
+};
+
+TEST_F(AnimCreator, OffersShowsAndAsks)
+{
+    for (const TableRow &row : ReadTable("app/animcreator.txt", 5)) {
+        Do(row.Text(0), row.Text(1));
+        EXPECT_EQ(row.Bytes(2), State()) << row.line;
+        EXPECT_EQ(row.Text(3), Find<QAbstractButton>("cmdAnimCR_Gen")->text()) << row.line;
+        EXPECT_EQ(row.Text(4),
+                  PixelAt("picAnimCR_Picture", Find("picAnimCR_Picture")->rect().center()).name())
+            << row.line;
+    }
+    for (const char *written : {"fire_000.png", "fire_001.png", "fire_002.png"})
+        EXPECT_FALSE(folder.Get(written).empty()) << written;
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(AnimCreator, GivesTheGaiEditorWhatPlaysBackAsThePictures)
+{
+    FrameSet document;
+    for (; document.Count < 3; ++document.Count)
+        document.Pictures.push_back(FrameBufToDib(sources[std::size_t(document.Count)]));
+    window->ShowPage(0);
+    window->findChild<Display *>()->Open(u"C:\\boom.hai"_s, [&] { return std::move(document); });
+    List()->setFocus();
+    Key('n');
+    EXPECT_EQ("- oooo -o-- - >boom_000 Кадры: 1 / 1 64 x 48", State());
+    Click("cmdAnimCR_Remove");
+    window->ShowPage(0);
+    List()->setFocus();
+    Key('m');
+    EXPECT_EQ("o oooo oo-- o >boom_000 boom_001 boom_002 Кадры: 1 / 3 64 x 48", State());
+    Click("cmdAnimCR_Gen");
+    Click("cmdAnimCR_AddGAI");
+    EXPECT_TRUE(Find("picPage(2)")->isVisible() && Find<QAbstractButton>("chkGAICR_HaveBg")->isChecked());
+    EXPECT_EQ(u"64 48"_s,
+              Find<QLineEdit>("txtGAICR_Width")->text() + u' ' + Find<QLineEdit>("txtGAICR_Height")->text());
+    EXPECT_EQ(u"Buf_002"_s, Find<ListBox>("lstGAICR_List")->model()->index(2, 0).data().toString());
+    Do(u"cmdGAICR_SaveGAI"_s, u"GAI файлы (*.gai)|*.gai==@\\out.gai"_s);
+    const FrameSet played = OpenDocumentFile(folder.Path(u"out.gai"_s));
+    ASSERT_EQ(3, played.Count);
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_TRUE(sources[i].Pixels == DibToFrameBuf(played.Pictures[i]).Pixels) << i;
+}
+
+} // namespace
+
+} // namespace wb
