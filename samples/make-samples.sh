@@ -77,6 +77,10 @@ cp "$work/game/Звёзды/Фон.gi" "$work/game/Звёзды/Эскадра.g
 # The same explosion as small indexed frames.
 "$bin/workbench-cli" hai --quiet "$work/game/Разное/Взрыв.hai" "$work"/drawn/Разное/Взрыв/*.png
 
+# The same data compressed, as most of the game's data files are.
+"$bin/workbench-cli" dat export "$work/game/Данные/Игра.dat" "$work/data.json"
+"$bin/workbench-cli" dat import "$work/data.json" "$work/game/Данные/Игра-ZL.dat" --zl
+
 # An archive of some of these folders: files that are packed, and others that are stored as they are.
 mkdir "$work/packed"
 cp -r "$work/game/Графика" "$work/game/Корабли" "$work/game/Разное" "$work/game/Звуки" "$work/packed"

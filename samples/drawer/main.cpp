@@ -1,4 +1,4 @@
-// Draws the pictures of a small made-up game, and makes its sounds. Usage: sample-drawer OUT
+// Draws the pictures of a small made-up game, makes its sounds, and writes its data. Usage: sample-drawer OUT
 //
 // OUT/game gets what is finished as it is; OUT/drawn the PNG files that are to become GI files at the same
 // place. The same program draws the same pictures every time.
@@ -110,6 +110,45 @@ void DrawInterface(const Folder &game, const Folder &drawn)
     game.Save(u"Интерфейс/Шрифт.aft"_s, DrawFont());
 }
 
+DatItem Craft(const QString &name, const QString &text, int price, int speed)
+{
+    const DatItem weapons = {
+        u"Оружие"_s,
+        {},
+        {{u"Лазер"_s, QString::number(speed % 4 + 1), {}}, {u"Ракета"_s, QString::number(speed % 3), {}}},
+        true};
+    return {name,
+            {},
+            {{u"Название"_s, name, {}},
+             {u"Описание"_s, text, {}},
+             {u"Цена"_s, QString::number(price), {}},
+             {u"Скорость"_s, QString::number(speed), {}},
+             weapons}};
+}
+
+void WriteData(const Folder &game)
+{
+    const DatItem crafts = {
+        u"Корабли"_s,
+        {},
+        {Craft(u"Разведчик"_s, u"Лёгкий корабль для дальних вылазок. Быстр, но почти не защищён."_s, 4200,
+               910),
+         Craft(u"Торговец"_s, u"Вместительный трюм и терпеливый экипаж."_s, 7800, 430),
+         Craft(u"Пират"_s, u"Никто не знает, кому он принадлежал раньше."_s, 6100, 720)}};
+    const DatItem planets = {u"Планеты"_s,
+                             {},
+                             {{u"Голубая"_s, u"Океаны, острова и один космопорт."_s, {}},
+                              {u"Красная"_s, u"Пыль и шахты."_s, {}},
+                              {u"Гигант"_s, u"Сесть некуда, но топливо почти даром."_s, {}}}};
+    const DatItem greetings = {u"Диалоги"_s,
+                               {},
+                               {{u"Приветствие"_s, u"Добро пожаловать на борт, капитан!"_s, {}},
+                                {u"Прощание"_s, u"Чистого неба."_s, {}}},
+                               true};
+    game.Save(u"Данные/Игра.dat"_s,
+              WriteDat({{}, {}, {{u"Версия"_s, u"1.0"_s, {}}, crafts, planets, greetings}}));
+}
+
 void DrawSequence(const Folder &game, const Folder &drawn, const QString &name, const QImage &frame,
                   int number)
 {
@@ -155,6 +194,7 @@ int main(int argc, char **argv)
         DrawInterface(game, drawn);
         DrawExtras(game, drawn);
         MakeSounds(game);
+        WriteData(game);
     } catch (const std::exception &error) {
         std::fprintf(stderr, "sample-drawer: %s\n", error.what());
         return 1;

@@ -83,6 +83,30 @@ void WriteBlock(QDataStream &out, const std::array<QRgb, 16> &block)
     out << first << second << indexes;
 }
 
+void WriteDatText(QDataStream &out, const QString &text)
+{
+    for (const QChar unit : text)
+        out << quint16(unit.unicode());
+    out << quint16(0);
+}
+
+void WriteDatBlock(QDataStream &out, const DatItem &block)
+{
+    out << quint8(block.isPairs ? 0 : 1) << quint32(block.items.size());
+    quint32 id = 0;
+    for (const DatItem &item : block.items) {
+        const bool isBlock = !item.items.isEmpty();
+        if (!block.isPairs)
+            out << ++id << quint32(0);
+        out << quint8(isBlock ? 2 : 1);
+        WriteDatText(out, item.name);
+        if (isBlock)
+            WriteDatBlock(out, item);
+        else
+            WriteDatText(out, item.value);
+    }
+}
+
 } // namespace
 
 QByteArray WriteDds32(const QImage &image)
@@ -130,6 +154,15 @@ QByteArray WritePsd(const QImage &image)
         for (int y = 0; y < source.height(); ++y)
             for (int x = 0; x < source.width(); ++x)
                 out << source.constScanLine(y)[x * 3 + channel];
+    return bytes;
+}
+
+QByteArray WriteDat(const DatItem &root)
+{
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out.setByteOrder(QDataStream::LittleEndian);
+    WriteDatBlock(out, root);
     return bytes;
 }
 

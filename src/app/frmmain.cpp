@@ -3,11 +3,11 @@
 #include "anim/animcreatorpage.h"
 #include "anim/gaieditorpage.h"
 #include "anim/haieditorpage.h"
-#include "app/emptypage.h"
 #include "app/optionspage.h"
 #include "app/statusstrip.h"
 #include "archive/packerpage.h"
 #include "archive/unpackerpage.h"
+#include "dat/dateditorpage.h"
 #include "gi/gicreatorpage.h"
 #include "platform/desktop/windowedges.h"
 #include "platform/desktop/windows.h"
@@ -22,6 +22,7 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -58,8 +59,9 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath, clsRegistryObject &regi
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_dialogs(dialogs), m_registry(registry),
       m_settingsPath(std::move(settingsPath)), m_settings(LoadSettings(m_settingsPath)),
       m_caption(new CaptionBar(m_res, QStringLiteral("Workbench"), this)), m_pageButtons(new QWidget(this)),
-      m_pages(new QStackedWidget(this)), m_status(new StatusStrip(this)), m_log(new frmLog(this)),
-      m_unpackJob(*m_status), m_packJob(*m_status)
+      m_halves(new QSplitter(this)), m_pages(new QStackedWidget(m_halves)), m_status(new StatusStrip(this)),
+      m_log(new frmLog(this)), m_unpackJob(*m_status), m_packJob(*m_status),
+      m_datEditor(m_settings, m_dialogs, *m_status)
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Workbench"));
@@ -72,9 +74,10 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath, clsRegistryObject &regi
     column->setSpacing(0);
     column->addWidget(m_caption);
     column->addWidget(MakePageButtons());
-    column->addWidget(m_pages, 1);
+    column->addWidget(m_halves, 1);
     column->addWidget(m_status);
     MakePages();
+    PlaceLists();
     KeepAssociations();
 
     connect(m_caption, &CaptionBar::Dragged, this, [this] { StartWindowMove(*this); });
@@ -96,7 +99,7 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath, clsRegistryObject &regi
 frmMain::~frmMain()
 {
     Shutdown();
-    delete m_pages; // while there is what the pages refer to
+    delete m_halves; // while there is what the pages refer to
 }
 
 QWidget *frmMain::MakePageButtons()
@@ -125,7 +128,8 @@ QWidget *frmMain::MakePageButtons()
 
 void frmMain::MakePages()
 {
-    m_viewer = new ViewerPage(m_settings, m_dialogs, *m_status, m_abort, m_res, m_unpackJob, m_pages);
+    m_viewer =
+        new ViewerPage(m_settings, m_dialogs, *m_status, m_abort, m_res, m_unpackJob, m_datEditor, m_pages);
     auto *creator = new GiCreatorPage(m_settings, m_dialogs, m_res, m_pages);
     auto *gaiEditor = new GaiEditorPage(m_settings, m_dialogs, *m_log, m_res, m_pages);
     auto *haiEditor = new HaiEditorPage(m_settings, m_dialogs, m_res, m_pages);
@@ -139,11 +143,12 @@ void frmMain::MakePages()
     pages[GaiEditorIndex] = gaiEditor;
     pages[HaiEditorIndex] = haiEditor;
     pages[AnimCreatorIndex] = animCreator;
+    pages[DatEditorIndex] = new DatEditorPage(m_datEditor, m_pages);
     pages[UnpackerIndex] = unpacker;
     pages[PackerIndex] = packer;
     pages[OptionsIndex] = options;
     for (std::size_t i = 0; i < pages.size(); ++i) {
-        Page *page = pages[i] != nullptr ? pages[i] : new EmptyPage(cmdPage[i]->text(), m_pages);
+        Page *page = pages[i];
         page->setObjectName(QStringLiteral("picPage(%1)").arg(i));
         m_pages->addWidget(page);
         page->ApplySettings();
@@ -178,6 +183,17 @@ void frmMain::MakePages()
     connect(animCreator, &AnimCreatorPage::GaiEditorWanted, gaiEditor, &GaiEditorPage::TakeAnimation);
 }
 
+void frmMain::PlaceLists()
+{
+    m_halves->insertWidget(0, m_viewer->Lists());
+    m_halves->setChildrenCollapsible(false);
+    m_halves->setHandleWidth(12);
+    m_halves->setStretchFactor(0, 0);
+    m_halves->setStretchFactor(1, 1);
+    m_halves->setSizes({312, 700});
+    GiveRoom(ViewerIndex);
+}
+
 Page *frmMain::PageAt(int page) const
 {
     return static_cast<Page *>(m_pages->widget(page));
@@ -188,8 +204,19 @@ void frmMain::ShowPage(int page)
     cmdPage[std::size_t(page)]->click();
 }
 
+// Pages out of view ask for none, so that the lists have what the page leaves them.
+void frmMain::GiveRoom(int page)
+{
+    for (int i = 0; i < PageCount; ++i) {
+        const auto policy = i == page ? QSizePolicy::Preferred : QSizePolicy::Ignored;
+        PageAt(i)->setSizePolicy(policy, policy);
+    }
+    m_viewer->Lists()->setVisible(page == ViewerIndex || page == DatEditorIndex);
+}
+
 void frmMain::PageShown(int page)
 {
+    GiveRoom(page);
     m_pages->setCurrentIndex(page);
     if (page >= DrawnPages)
         return;
@@ -308,7 +335,7 @@ void frmMain::AbortJobs()
     m_isClosing = true;
     m_abort.Set();
     m_pageButtons->setEnabled(false); // nothing new begins
-    m_pages->setEnabled(false);
+    m_halves->setEnabled(false);
     for (int i = 0; i < PageCount; ++i)
         PageAt(i)->Abort();
 }
@@ -318,7 +345,7 @@ void frmMain::StayOpen()
     m_isClosing = false;
     m_mayClose = {};
     m_pageButtons->setEnabled(true);
-    m_pages->setEnabled(true);
+    m_halves->setEnabled(true);
 }
 
 void frmMain::CloseWhenIdle()

@@ -3,6 +3,7 @@
 
 #include "archive/packjob.h"
 #include "archive/unpackjob.h"
+#include "dat/dateditor.h"
 #include "platform/desktop/notificationicon.h"
 #include "platform/desktop/wheelnotches.h"
 #include "services/abortflag.h"
@@ -17,6 +18,7 @@
 #include <array>
 
 class QPushButton;
+class QSplitter;
 class QStackedWidget;
 
 namespace wb
@@ -53,7 +55,9 @@ protected:
 
 private:
     void MakePages();
+    void PlaceLists();
     QWidget *MakePageButtons();
+    void GiveRoom(int page);
     void PageShown(int page);
     void KeepAssociations();
     void MinimiseToTray();
@@ -84,11 +88,13 @@ private:
     ViewerPage *m_viewer = nullptr; // before the others, whose making sends events here
     CaptionBar *m_caption;
     QWidget *m_pageButtons;
+    QSplitter *m_halves; // the viewer's lists, which some pages are used with, and the pages
     QStackedWidget *m_pages;
     StatusStrip *m_status;
     frmLog *m_log;
     UnpackJob m_unpackJob;
     PackJob m_packJob;
+    DatEditor m_datEditor;
     std::array<QPushButton *, PageCount> cmdPage{};
     NotificationIcon m_notification;
     WheelNotches m_wheel;

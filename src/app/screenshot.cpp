@@ -3,10 +3,12 @@
 #include "app/frmmain.h"
 #include "app/skin.h"
 #include "app/startup.h"
+#include "common/paths.h"
 #include "platform/clsregistryobject.h"
 #include "platform/nativepath.h"
 #include "services/dialogs.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QEventLoop>
@@ -20,6 +22,9 @@ namespace
 
 constexpr int SettlingTime = 300; // ms
 
+// Of the page that shows only what is opened with it.
+const QString OpenButton = QStringLiteral("cmdDAT_Open");
+
 // Nobody is there to answer a box.
 class PrintedDialogs : public wb::Dialogs
 {
@@ -32,11 +37,13 @@ public:
     bool Question(const QString &, const QString &) override { return false; }
     bool Warning(const QString &, const QString &) override { return false; }
     Choice YesNoCancel(const QString &, const QString &) override { return Choice::No; }
-    QString OpenFile(const QString &, const QString &) override { return {}; }
+    QString OpenFile(const QString &, const QString &) override { return opened; }
     QStringList OpenFiles(const QString &, const QString &) override { return {}; }
     QString SaveFile(const QString &, const QString &) override { return {}; }
     QString ChooseFolder(const QString &, const QString &) override { return {}; }
     std::optional<std::int32_t> ChooseColour(std::int32_t) override { return std::nullopt; }
+
+    QString opened; // what is chosen in the dialog to open a file
 };
 
 struct Order {
@@ -75,8 +82,12 @@ bool TakeScreenshot(const Order &order, PrintedDialogs &dialogs)
     if (!order.file.isEmpty()) {
         const wb::CommandLine asked = wb::ReadCommandLine(order.file);
         window.OpenCommandLine(asked.folder, asked.name);
+        dialogs.opened = wb::PathIn(asked.folder, asked.name);
     }
     window.ShowPage(order.page);
+    if (auto *open = window.findChild<QAbstractButton *>(OpenButton);
+        open->isVisible() && !order.file.isEmpty())
+        open->click();
     // Not QApplication's own loop, whose end closes the window.
     QEventLoop settling;
     QTimer::singleShot(SettlingTime, &settling, &QEventLoop::quit);

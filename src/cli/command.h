@@ -31,6 +31,7 @@ extern const Command GiCommand;
 extern const Command GaiCommand;
 extern const Command HaiCommand;
 extern const Command AnimateCommand;
+extern const Command DatCommand;
 
 // One line on standard error, and the status of a failed command.
 int Fail(const QString &path, const QString &reason);

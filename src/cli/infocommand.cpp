@@ -3,6 +3,8 @@
 #include "cli/command.h"
 #include "cli/terminalprogress.h"
 #include "common/files.h"
+#include "common/paths.h"
+#include "dat/datreader.h"
 #include "gfx/graphicslibrary.h"
 #include "gi/giformat.h"
 #include "platform/nativepath.h"
@@ -106,6 +108,18 @@ QJsonObject DescribeArchive(const QString &path)
             {QStringLiteral("packed"), packed}};
 }
 
+// Nothing for what is no such file. Only its name tells that it could be one.
+QJsonObject DescribeDat(const QString &path, Progress &bar)
+{
+    const bool isDat = GetExtension(path).compare(QStringLiteral("dat"), Qt::CaseInsensitive) == 0;
+    const DatTree tree = isDat ? DatLoadFile(path, {.Bar = &bar}) : DatTree();
+    if (tree.Count() == 0)
+        return {};
+    return {{QStringLiteral("kind"), QStringLiteral("DAT")},
+            {QStringLiteral("zl"), tree.IsZL},
+            {QStringLiteral("items"), tree.Count()}};
+}
+
 QString Number(const QJsonObject &holder, const char *key)
 {
     return QString::number(holder.value(QLatin1String(key)).toInteger());
@@ -116,6 +130,13 @@ QString ArchiveText(const QJsonObject &object)
     return QStringLiteral("PKG, folders: %1, files: %2\n%3 bytes, packed %4\n")
         .arg(Number(object, "folders"), Number(object, "files"), Number(object, "size"),
              Number(object, "packed"));
+}
+
+QString DatText(const QJsonObject &object)
+{
+    const bool isZL = object.value(QStringLiteral("zl")).toBool();
+    return QStringLiteral("DAT, items: %1, %2\n")
+        .arg(Number(object, "items"), isZL ? QStringLiteral("compressed") : QStringLiteral("plain"));
 }
 
 QString DocumentText(const QJsonObject &object)
@@ -146,6 +167,14 @@ QString DocumentText(const QJsonObject &object)
     return text;
 }
 
+QString TextOf(const QJsonObject &object)
+{
+    const QString kind = object.value(QStringLiteral("kind")).toString();
+    return kind == QStringLiteral("PKG")   ? ArchiveText(object)
+           : kind == QStringLiteral("DAT") ? DatText(object)
+                                           : DocumentText(object);
+}
+
 void Declare(QCommandLineParser &parser)
 {
     DeclareJson(parser);
@@ -165,23 +194,24 @@ int Run(const QCommandLineParser &parser)
     InputFile file;
     if (file.Open(ToNativePath(path)) != FileError::None || file.Size() == 0)
         return Fail(argument, QStringLiteral("can't be read or is empty"));
-    const bool isArchive = IsPkgPath(path);
     // Loading it takes longer than most commands do, so only this one does, for what may be a sound.
-    if (!isArchive && DetectFileType(path) == FileType::Sound &&
+    if (!IsPkgPath(path) && DetectFileType(path) == FileType::Sound &&
         !LoadSoundLibrary(QCoreApplication::applicationDirPath()))
         return Fail(QLatin1String(SoundLibraryFile), QStringLiteral("not found"));
     TerminalProgress bar(IsQuiet(parser));
+    QJsonObject description = IsPkgPath(path) ? DescribeArchive(path) : DescribeDat(path, bar);
     FrameSet document;
-    if (!isArchive)
+    if (description.isEmpty() && !IsPkgPath(path)) {
         document = OpenDocumentFile(path, {.Bar = &bar});
-    const QJsonObject description = isArchive ? DescribeArchive(path) : DescribeDocument(path, document);
+        description = DescribeDocument(path, document);
+    }
     if (description.isEmpty())
         return document.LeftOut > 0 ? FailLeftOut(argument, document)
                                     : Fail(argument, QStringLiteral("is of no kind that can be read"));
     if (WantsJson(parser))
         PrintJson(QJsonDocument(description));
     else
-        Print(isArchive ? ArchiveText(description) : DocumentText(description));
+        Print(TextOf(description));
     return document.LeftOut == 0 ? Done : FailLeftOut(argument, document);
 }
 

@@ -14,9 +14,9 @@ namespace wb::cli
 namespace
 {
 
-const Command *const Commands[] = {&InfoCommand, &ListCommand,   &UnpackCommand, &ExtractCommand,
-                                   &PackCommand, &ExportCommand, &GiCommand,     &GaiCommand,
-                                   &HaiCommand,  &AnimateCommand};
+const Command *const Commands[] = {&InfoCommand, &ListCommand,    &UnpackCommand, &ExtractCommand,
+                                   &PackCommand, &ExportCommand,  &GiCommand,     &GaiCommand,
+                                   &HaiCommand,  &AnimateCommand, &DatCommand};
 
 QString Overview()
 {

@@ -1,5 +1,6 @@
 #include "common/bytes.h"
 
+#include <cstring>
 #include <limits>
 #include <stdexcept>
 
@@ -94,6 +95,20 @@ void AppendByte(ByteArray &bytes, std::int32_t &position, std::uint8_t value)
     EndAfter(bytes, position, 1);
     bytes.back() = value;
     position += 1;
+}
+
+void AppendBytes(ByteArray &bytes, ByteView more)
+{
+    if (more.empty())
+        return;
+    const std::size_t start = bytes.size();
+    bytes.resize(start + more.size());
+    std::memcpy(bytes.data() + start, more.data(), more.size());
+}
+
+void AppendBytes(ByteArray &bytes, std::string_view more)
+{
+    AppendBytes(bytes, ByteView(reinterpret_cast<const std::uint8_t *>(more.data()), more.size()));
 }
 
 void ByteReader::Seek(std::int64_t position)

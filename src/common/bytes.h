@@ -4,6 +4,7 @@
 #include "common/bytearray.h"
 
 #include <cstdint>
+#include <string_view>
 
 namespace wb
 {
@@ -29,6 +30,10 @@ void PutLong(ByteArray &bytes, std::int32_t position, std::int32_t value);
 // zeroes. The position moves to the new end.
 void AppendLong(ByteArray &bytes, std::int32_t &position, std::int32_t value);
 void AppendByte(ByteArray &bytes, std::int32_t &position, std::uint8_t value);
+
+// Adds bytes at the end, of any number.
+void AppendBytes(ByteArray &bytes, ByteView more);
+void AppendBytes(ByteArray &bytes, std::string_view more);
 
 // --- For bytes from outside
 // ------------------------------------------------------------------------------------

@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "viewer/archivepane.h"
+#include "viewer/datpane.h"
 #include "viewer/folderpane.h"
 #include "widgets/listicons.h"
 #include "widgets/picturebutton.h"
@@ -18,7 +19,7 @@
 namespace wb
 {
 
-Browser::Browser(Settings &settings, const frmRes &res, QWidget *parent)
+Browser::Browser(Settings &settings, const frmRes &res, DatEditor &datEditor, QWidget *parent)
     : QWidget(parent),
       cmdRoot(new PictureButton(QStringLiteral("cmdRoot"), res.imgRoot, tr("В корень (\\)"), this)),
       cmdSub(
@@ -35,10 +36,10 @@ Browser::Browser(Settings &settings, const frmRes &res, QWidget *parent)
     const std::vector<QIcon> icons = LoadListIcons();
     m_folders = new FolderPane(settings, icons, this);
     m_entries = new ArchivePane(icons, this);
-    m_panes = {m_folders, m_entries, new BrowserPane(new ListBox(QStringLiteral("lstDAT"), this))};
+    m_panes = {m_folders, m_entries, new DatPane(datEditor, icons, this)};
 
     auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
+    column->setContentsMargins(12, 12, 0, 10);
     column->setSpacing(8);
     column->addWidget(MakeTopRow());
     column->addWidget(MakeNavigation());
@@ -55,6 +56,8 @@ Browser::Browser(Settings &settings, const frmRes &res, QWidget *parent)
     column->addWidget(lblFiles);
 
     connect(m_entries, &ArchivePane::Left, this, [this] { SetView(Files); });
+    connect(&datEditor, &DatEditor::Left, this, [this] { SetView(Files); });
+    connect(&datEditor, &DatEditor::Opened, this, [this] { SetView(Records); });
     connect(cmdPacker, &QToolButton::clicked, this, &Browser::WantPacker);
     connect(cmdUnPacker, &QToolButton::clicked, this, &Browser::WantUnpacker);
     connect(cmdExtract, &QToolButton::clicked, this, &Browser::ExtractWanted);

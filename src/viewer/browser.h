@@ -17,6 +17,7 @@ namespace wb
 
 class ArchivePane;
 class BrowserPane;
+class DatEditor;
 class FolderPane;
 class ListBox;
 class PictureButton;
@@ -28,7 +29,7 @@ class Browser : public QWidget
 public:
     enum View { Files = 0, Archive = 1, Records = 2 };
 
-    Browser(Settings &settings, const frmRes &res, QWidget *parent);
+    Browser(Settings &settings, const frmRes &res, DatEditor &datEditor, QWidget *parent);
 
     View CurrentView() const { return m_view; }
     void SetView(View view); // presses cmdFileView(view)

@@ -35,8 +35,7 @@ Display::Display(Settings &settings, Dialogs &dialogs, Progress &progress, Abort
     : QWidget(parent), m_settings(settings), m_dialogs(dialogs), m_abort(abort),
       m_saver(settings, dialogs, progress, abort),
       picPicture(new PictureArea(QStringLiteral("picPicture"), res.curOpenHand, res.curClosedHand, this)),
-      m_playBar(new PlayBar(m_document, settings, res, this)),
-      m_export(new ExportBar(res, this)),
+      m_playBar(new PlayBar(m_document, settings, res, this)), m_export(new ExportBar(res, this)),
       cmdAlphaView(
           new PictureButton(QStringLiteral("cmdAlphaView"), res.imgPreview, tr("Окно предпросмотра"), this)),
       cmdZoomIn(new PictureButton(QStringLiteral("cmdZoomIn"), res.imgZoomIn, tr("Увеличить (+)"), this)),

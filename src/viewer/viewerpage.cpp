@@ -11,7 +11,6 @@
 #include "viewer/frameexport.h"
 
 #include <QAbstractButton>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -53,23 +52,15 @@ const char *ButtonOf(std::span<const KeyButton> keys, QChar character)
 } // namespace
 
 ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, Progress &progress, AbortFlag &abort,
-                       const frmRes &res, const ArchiveJob &unpackJob, QWidget *parent)
+                       const frmRes &res, const ArchiveJob &unpackJob, DatEditor &datEditor, QWidget *parent)
     : Page(parent), m_settings(settings), m_dialogs(dialogs), m_progress(progress), m_abort(abort),
-      m_unpackJob(unpackJob), m_browser(new Browser(settings, res, this)),
+      m_unpackJob(unpackJob), m_browser(new Browser(settings, res, datEditor, this)),
       m_display(new Display(settings, dialogs, progress, abort, res, this))
 {
-    auto *halves = new QSplitter(this);
-    halves->setChildrenCollapsible(false);
-    halves->setHandleWidth(12);
-    halves->addWidget(m_browser);
-    halves->addWidget(m_display);
-    halves->setStretchFactor(0, 0);
-    halves->setStretchFactor(1, 1);
-    halves->setSizes({300, 700});
-    m_browser->setMinimumWidth(220);
+    m_browser->setMinimumWidth(232);
     auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(12, 12, 12, 10);
-    column->addWidget(halves);
+    column->setContentsMargins(0, 12, 12, 10);
+    column->addWidget(m_display);
 
     connect(&m_browser->Folders(), &FolderPane::FileSelected, this, &ViewerPage::FileSelected);
     connect(&m_browser->Folders(), &FolderPane::FileOpened, this, &ViewerPage::FileOpened);
@@ -101,6 +92,11 @@ void ViewerPage::ApplySettings()
 {
     Redraw();
     m_browser->Folders().SetPath(m_settings.Dir);
+}
+
+QWidget *ViewerPage::Lists() const
+{
+    return m_browser;
 }
 
 void ViewerPage::Redraw()
@@ -321,7 +317,7 @@ void ViewerPage::PressKey(QChar character)
         name = ButtonOf(Keys, character);
     if (name == nullptr)
         return;
-    if (auto *button = findChild<QAbstractButton *>(QLatin1String(name));
+    if (auto *button = window()->findChild<QAbstractButton *>(QLatin1String(name));
         button->isVisible() && button->isEnabled())
         button->click();
 }

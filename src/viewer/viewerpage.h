@@ -18,6 +18,7 @@ namespace wb
 {
 
 class Browser;
+class DatEditor;
 class Display;
 class OpenArchive;
 struct LoadOptions;
@@ -28,9 +29,12 @@ class ViewerPage : public Page
     Q_OBJECT
 
 public:
-    // Nothing is extracted while `unpackJob` is busy.
+    // Nothing is extracted while `unpackJob` is busy. `datEditor` is whose records are listed.
     ViewerPage(Settings &settings, Dialogs &dialogs, Progress &progress, AbortFlag &abort, const frmRes &res,
-               const ArchiveJob &unpackJob, QWidget *parent);
+               const ArchiveJob &unpackJob, DatEditor &datEditor, QWidget *parent);
+
+    // The lists and what belongs to them, for the window to place: other pages are used with them as well.
+    QWidget *Lists() const;
 
     void ApplySettings() override;
     void Redraw() override;

@@ -155,7 +155,8 @@ TEST_F(ArchiveView, NothingIsExtractedWhileTheUnpackerIsBusy)
     const frmRes res;
     StatusStrip strip(nullptr);
     const RunningJob job(strip);
-    ViewerPage page(settings, dialogs, strip, abort, res, job, nullptr);
+    DatEditor datEditor(settings, dialogs, strip);
+    ViewerPage page(settings, dialogs, strip, abort, res, job, datEditor, nullptr);
     page.OpenNamed(folder.Path(), QStringLiteral("a.pkg"));
     page.findChild<ListBox *>(QStringLiteral("lstPKG"))->SetListIndex(5);
     dialogs.expectedErrors = {{QStringLiteral("PKG UnPacker занят."), ErrorTitle}};

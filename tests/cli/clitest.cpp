@@ -2,6 +2,7 @@
 #include "cli/clitest.h"
 #include "anim/gaiformat.h"
 #include "gi/giformat.h"
+#include "support/madedat.h"
 #include "support/madesound.h"
 #include "support/table.h"
 
@@ -26,6 +27,13 @@ TEST_F(CliTest, TellsWhatItIsAskedFor)
     ExpectDone(u"export Шрифт.aft Буква.png --frame 1 --aft-color 12abEF"_qs);
     EXPECT_EQ(MakePicture(1, 2, 0xFF12ABEF).Pixels, ReadBack(u"Буква.png"_qs, "PNG").Pixels);
     PutArchive("Архив.PKG", "cli/archive.txt");
+    folder.Put("plain", TextOf(MadeDat(u"N1 b7,8:Имя P2 9:a=Значение 1:=b"_qs)));
+    for (const QString &line :
+         {u"export plain json"_qs, u"import json Данные.DAT --zl"_qs, u"export Данные.DAT json --force"_qs,
+          u"import json again"_qs, u"import json back --plain"_qs})
+        ExpectDone(u"dat "_qs + line);
+    EXPECT_EQ(folder.Get("plain"), folder.Get("back"));
+    EXPECT_EQ(folder.Get("Данные.DAT"), folder.Get("again"));
     ExpectDone(u"gai Бум.gai Картинка.png Спрайт.gi --box 11,3,20,40 --background --delay 7"_qs);
     EXPECT_THAT(Run(u"--version"_qs).out, testing::MatchesRegex("workbench-cli [0-9]+\\.[0-9]+\\.[0-9]+\n"));
     for (const TableRow &row : ReadTable("cli/outputs.txt", 2)) {
@@ -174,6 +182,7 @@ TEST_F(CliTest, WhatIsRefusedOrFailsLeavesTheOutputAlone)
     folder.AddPng("2", MakeSprite(2));
     folder.Put("обрывок", folder.Get("0").substr(0, 30));
     folder.Put("пусто", "");
+    folder.Put("мусор.dat", "ZL01");
     folder.Put("обман.pkg", folder.Get("0"));
     PutArchive("а.pkg", "cli/archive.txt");
     folder.MakeFolder("папка");
@@ -184,7 +193,7 @@ TEST_F(CliTest, WhatIsRefusedOrFailsLeavesTheOutputAlone)
         for (const QString &out : {u"старый.png"_qs, u"новый.png"_qs})
             ExpectFails(row.Text(0).replace(u"OUT"_qs, out), row.Bytes(1));
     EXPECT_EQ("older", folder.Get("старый.png"));
-    EXPECT_EQ(10U, folder.EntryCount());
+    EXPECT_EQ(11U, folder.EntryCount());
     ExpectDone(u"export --all 0 старый.png --force"_qs);
     EXPECT_EQ(23, ReadBack(u"старый.png"_qs, "PNG").Height);
 }
