@@ -17,6 +17,9 @@ namespace
 constexpr std::int64_t HeaderSize = 32;
 constexpr std::int64_t GlyphSize = 64;
 
+using Pixel = std::array<std::uint8_t, 4>; // B, G, R, A
+constexpr Pixel Nothing{};
+
 constexpr std::int64_t FreePixels = 2048 * 2048;
 constexpr std::int64_t PixelsPerByte = 64;
 constexpr std::int64_t ReadingsPerByte = 16;
@@ -85,7 +88,7 @@ AftGlyph ReadGlyph(ByteReader &in, ByteView file, const AftHeader &header)
 // rows are walked as one line of pixels that wraps at the bitmap's width: a row's end moves nothing, because
 // a row's skips and runs cover it.
 template <bool HasAlpha>
-void DrawBitmap(FrameBuf &cell, const AftBitmap &bitmap, std::array<std::uint8_t, 4> pixel)
+void DrawBitmap(FrameBuf &cell, const AftBitmap &bitmap, Pixel pixel)
 {
     if (bitmap.Data.empty() || bitmap.Y < 0)
         return;
@@ -96,7 +99,7 @@ void DrawBitmap(FrameBuf &cell, const AftBitmap &bitmap, std::array<std::uint8_t
         const std::int64_t x = bitmap.X + place % width;
         const std::int64_t y = bitmap.Y + place / width;
         pixel[3] = alpha;
-        if (x < cell.Width && pixel != std::array<std::uint8_t, 4>())
+        if (x < cell.Width && pixel != Nothing)
             std::ranges::copy(pixel, &cell.Pixels[std::size_t(((cell.Height - 1 - y) * cell.Width + x) * 4)]);
     };
 
@@ -164,7 +167,7 @@ private:
     std::int64_t m_height;
     std::int64_t m_pixelsLeft;
     std::int64_t m_bytesLeft;
-    std::array<std::uint8_t, 4> m_colour;
+    Pixel m_colour;
 };
 
 // All glyphs side by side.
