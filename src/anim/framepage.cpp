@@ -94,12 +94,20 @@ QPushButton *FramePage::NewButton(const char *name, const QString &caption, cons
 
 void FramePage::EndCommand()
 {
-    while (m_commands == 1 && !m_waiting.empty())
-        for (const auto &take : std::exchange(m_waiting, {}))
-            take();
+    while (m_commands == 1 && !m_waiting.empty()) {
+        const auto take = std::move(m_waiting.front());
+        m_waiting.erase(m_waiting.begin());
+        take();
+    }
     --m_commands;
     if (m_commands == 0)
         Q_EMIT Idle();
+}
+
+void FramePage::Abort()
+{
+    m_waiting.clear();
+    StopJob();
 }
 
 bool FramePage::MayClose()

@@ -38,6 +38,9 @@ public:
     void Redraw() override;
     bool MayClose() override;
 
+    // Ends the job that runs; copies that wait are not added any more.
+    void Abort() override;
+
 protected:
     static constexpr int Gap = 12;
     static constexpr int ListWidth = 208;
@@ -78,6 +81,7 @@ protected:
 
     // --- What the page works on
 
+    virtual void StopJob() = 0;
     virtual bool HasUnsavedWork() const = 0;
     virtual QString FileName() const = 0; // without folder; empty before there is one
     virtual bool Save() = 0;              // asks for a file; false when nothing was saved

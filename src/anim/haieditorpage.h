@@ -20,13 +20,13 @@ public:
     HaiEditorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent);
 
     void Redraw() override;
-    void Abort() override { m_project.Stop(); }
     void Release() override;
 
     // Adds copies of pictures to the animation, each under its name, when no command runs.
     void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
 
 protected:
+    void StopJob() override { m_project.Stop(); }
     bool HasUnsavedWork() const override { return m_project.HasUnsavedWork(); }
     QString FileName() const override { return m_project.FileName(); }
     bool Save() override;

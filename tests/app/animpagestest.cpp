@@ -76,6 +76,8 @@ TEST_F(HaiEditor, TakesFramesOfTheViewerAndStopsWhenTheWindowCloses)
     QTimer::singleShot(0, [&] {
         EXPECT_THAT(State(), testing::EndsWith("Добавление фреймов: 1 / 1000"));
         EXPECT_THAT(State(), testing::StartsWith("- ---- --- - ---- --- "));
+        window->ShowPage(0);
+        Click("cmdCopyHAICRAll"); // waits
         Click("cmdClose");
     });
     dialogs.answers.push_back({u"Новый файл был изменен. Сохранить изменения?"_s, u"Вопрос"_s, u"no"_s});
