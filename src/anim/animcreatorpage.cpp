@@ -1,5 +1,6 @@
 #include "anim/animcreatorpage.h"
 
+#include "common/paths.h"
 #include "common/text.h"
 #include "services/uitext.h"
 #include "widgets/dibimage.h"
@@ -106,9 +107,24 @@ bool AnimCreatorPage::Save()
     if (!m_project.IsGenerated())
         return false;
     m_preview->StopPlaying();
-    return SaveTo(PngFilter(), UiText(TextSavingPng), [this](const QString &path, const FrameStep &step) {
-        return m_project.WritePngs(path, step);
-    });
+    return SaveTo(
+        PngFilter(), UiText(TextSavingPng),
+        [this](const QString &path, const FrameStep &step) { return m_project.WritePngs(path, step); },
+        [this](const QString &path) { return MayReplacePngs(path); });
+}
+
+// The dialog knows only the name without numbers.
+bool AnimCreatorPage::MayReplacePngs(const QString &path)
+{
+    const QStringList replaced = m_project.ReplacedPngs(path);
+    if (replaced.isEmpty())
+        return true;
+    const QString question = replaced.size() == 1
+                                 ? ReplaceQuestion(replaced.front())
+                                 : tr("Файл %1 и другие (всего: %2) уже существуют. Заменить?")
+                                       .arg(GetFileName(replaced.front()))
+                                       .arg(replaced.size());
+    return m_dialogs.Question(question, DefaultTitle);
 }
 
 void AnimCreatorPage::ToGai()

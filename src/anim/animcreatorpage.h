@@ -43,6 +43,7 @@ private:
     void AddDropped(const QStringList &paths);
     void Clean();
     void Generate();
+    bool MayReplacePngs(const QString &path);
     void ToGai();
     void ShowUnshown();
 

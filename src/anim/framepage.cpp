@@ -138,11 +138,12 @@ void FramePage::OpenFrom(const QString &filter, const QString &what, const Read 
         ReportFileError(m_dialogs, FileError::AccessError);
 }
 
-bool FramePage::SaveTo(const QString &filter, const QString &what, const Write &write)
+bool FramePage::SaveTo(const QString &filter, const QString &what, const Write &write,
+                       const MayReplace &mayReplace)
 {
     const Command command(*this);
     const QString path = m_dialogs.SaveFile(filter, ProposedPath());
-    if (path.isEmpty())
+    if (path.isEmpty() || (mayReplace && !mayReplace(path)))
         return false;
     auto end = SaveEnd::Failed;
     RunJob(what, [&](const FrameStep &step) { end = write(path, step); });

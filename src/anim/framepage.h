@@ -95,10 +95,13 @@ protected:
     // What reads or writes a file, as GaiProject does.
     using Read = std::function<std::optional<std::int32_t>(const QString &path, const FrameStep &step)>;
     using Write = std::function<SaveEnd(const QString &path, const FrameStep &step)>;
+    // Asks about what else than the file chosen is replaced.
+    using MayReplace = std::function<bool(const QString &path)>;
 
     // Asks about unsaved work first.
     void OpenFrom(const QString &filter, const QString &what, const Read &read);
-    bool SaveTo(const QString &filter, const QString &what, const Write &write);
+    bool SaveTo(const QString &filter, const QString &what, const Write &write,
+                const MayReplace &mayReplace = {});
     void AddFrom(const QString &filter, const std::function<void(const QStringList &)> &add);
 
     // Runs what calls a step after each of its items and shows how far it is behind `what`. Events run

@@ -100,6 +100,7 @@ protected:
         for (std::size_t i = 0; i < sources.size(); ++i)
             folder.AddPng("s" + std::to_string(i) + ".png", sources[i]);
         folder.AddPng("hole.png", MakePicture(64, 48, 0));
+        folder.Put("old_001.png", "old");
         folder.AddGi("out.GI", sources[0], 0, 0);
         EditorTest::SetUp();
     }
@@ -118,6 +119,7 @@ TEST_F(AnimCreator, OffersShowsAndAsks)
     }
     for (const char *written : {"fire_000.png", "fire_001.png", "fire_002.png"})
         EXPECT_FALSE(folder.Get(written).empty()) << written;
+    EXPECT_EQ("old", folder.Get("old_000.png") + folder.Get("old_001.png"));
     EXPECT_FALSE(window->isVisible());
 }
 
