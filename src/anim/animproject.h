@@ -77,7 +77,7 @@ public:
     // Writes the frames that are shown, each to its file, going on after one that can't be written.
     SaveEnd WritePngs(const QString &path, const FrameStep &step);
 
-    // The first frame that could not be written by the last call, or, from its step, by this one; -1: all could.
+    // The first frame that the last call, or the one that runs, could not write; -1: there is none.
     std::int32_t Unwritten() const { return m_unwritten; }
 
     // The files that WritePngs would replace.

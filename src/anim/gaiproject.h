@@ -45,8 +45,8 @@ public:
     // Replaces all by the animation; by nothing when the file is no GAI. Every frame can be saved again: as
     // the type it has, also an opaque one of the types 1 to 4, or, of a type above 4, as the one that its
     // transparency gives an added picture. Gives the number of frames that
-    // memory did not suffice for; nothing, with all as it was, when the file can't be read. Stopped, it leaves
-    // no frames and no name, so that no part of a file is saved in its place.
+    // memory did not suffice for; nothing, with all as it was, when the file can't be read. Stopped, it
+    // leaves no frames and no name, so that no part of a file is saved in its place.
     std::optional<std::int32_t> Open(const QString &path, const FrameStep &step);
 
     // The name is taken over whatever the end.

@@ -161,6 +161,14 @@ void HaiEditorPage::Open()
 
 bool HaiEditorPage::Save()
 {
+    const Command command(*this);
+    const std::int32_t otherSized = m_project.OtherSized();
+    if (otherSized != 0 &&
+        !m_dialogs.Warning(tr("Кадров другого размера, чем 128 x 128: %1. В файле они будут обрезаны или "
+                              "дополнены. Продолжить?")
+                               .arg(otherSized),
+                           UiText(TextErrors)))
+        return false;
     return SaveTo(HaiFilter(), tr("Запись фреймов: "),
                   [this](const QString &path, const FrameStep &step) { return m_project.Save(path, step); });
 }

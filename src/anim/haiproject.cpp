@@ -1,11 +1,14 @@
 #include "anim/haiproject.h"
 
+#include "anim/haiformat.h"
 #include "anim/haiframe.h"
 #include "anim/haireader.h"
 #include "anim/haiwriter.h"
 #include "common/paths.h"
 #include "common/text.h"
 #include "gi/picturefile.h"
+
+#include <algorithm>
 
 namespace wb
 {
@@ -44,6 +47,13 @@ std::optional<std::int32_t> HaiProject::Open(const QString &path, const FrameSte
         list.Add(std::move(frame), m_fileName + QStringLiteral(" (%1)").arg(ZeroPad(list.Count(), 3)));
     list.SetModified(false);
     return count - list.Count();
+}
+
+std::int32_t HaiProject::OtherSized() const
+{
+    return std::int32_t(std::ranges::count_if(m_lists[Animation].Frames(), [](const FrameBuf &frame) {
+        return frame.Width != HaiSide || frame.Height != HaiSide;
+    }));
 }
 
 SaveEnd HaiProject::Save(const QString &path, const FrameStep &step)

@@ -58,6 +58,10 @@ TEST_F(HaiEditor, KeepsIndexedFramesAsTheyAre)
     EXPECT_TRUE(file == folder.Get("b.hai"));
     for (const std::size_t frame : {1, 2})
         EXPECT_TRUE(file.substr(52, 17408) == file.substr(52 + frame * 17408, 17408));
+    folder.Put("64.hai", std::string(file).replace(4, 1, "@").replace(8, 1, "@"));
+    Do(u"cmdHAICR_OpenHAI"_s, filter + u"@\\b.hai=@\\64.hai"_s);
+    Do(u"cmdHAICR_SaveHAI"_s, u"Кадров другого размера, чем 128 x 128: 3. В файле они будут обрезаны или "
+                              "дополнены. Продолжить?=Ошибки="_s);
     const FrameSet document = OpenDocumentFile(folder.Path(u"a.hai"_s));
     EXPECT_EQ(128, DibToFrameBuf(document.Pictures.at(2)).Width);
 }
