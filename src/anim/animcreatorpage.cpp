@@ -138,7 +138,7 @@ void AnimCreatorPage::ToGai()
 
 void AnimCreatorPage::Clean()
 {
-    if (MayClose())
+    if (MayLoseWork())
         Release();
 }
 

@@ -110,7 +110,7 @@ void FramePage::Abort()
     StopJob();
 }
 
-bool FramePage::MayClose()
+bool FramePage::MayLoseWork()
 {
     return !HasUnsavedWork() || AskToSave(m_dialogs, FileName(), [this] { return Save(); });
 }
@@ -123,7 +123,7 @@ QString FramePage::ProposedPath() const
 void FramePage::OpenFrom(const QString &filter, const QString &what, const Read &read)
 {
     const Command command(*this);
-    if (!MayClose())
+    if (!MayLoseWork())
         return;
     const QString path = m_dialogs.OpenFile(filter, ProposedPath());
     if (path.isEmpty())

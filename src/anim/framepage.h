@@ -36,7 +36,7 @@ public:
     bool IsBusy() const override { return m_commands > 0; }
 
     void Redraw() override;
-    bool MayClose() override;
+    bool MayClose() override { return MayLoseWork(); }
 
     // Ends the job that runs; copies that wait are not added any more.
     void Abort() override;
@@ -97,6 +97,9 @@ protected:
     using Write = std::function<SaveEnd(const QString &path, const FrameStep &step)>;
     // Asks about what else than the file chosen is replaced.
     using MayReplace = std::function<bool(const QString &path)>;
+
+    // Asks whether unsaved work may be lost, and saves it where that is wanted.
+    bool MayLoseWork();
 
     // Asks about unsaved work first.
     void OpenFrom(const QString &filter, const QString &what, const Read &read);

@@ -208,7 +208,7 @@ bool GaiEditorPage::Save()
 
 void GaiEditorPage::Clean()
 {
-    if (MayClose())
+    if (MayLoseWork())
         Release();
 }
 

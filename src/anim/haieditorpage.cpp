@@ -119,7 +119,8 @@ QWidget *HaiEditorPage::MakeStore()
     auto *clean = NewButton("cmdHAICR_Clean2", tr("Очистить"), tr("Убрать все кадры рабочего списка"));
     pane->AddButton(clean);
     connect(clean, &QPushButton::clicked, this, [this, pane] {
-        m_project.Clean(HaiProject::Store);
+        if (MayLoseStore())
+            m_project.Clean(HaiProject::Store);
         ShowFrames();
         pane->FocusList();
     });
@@ -192,9 +193,20 @@ void HaiEditorPage::TakeFrames(std::span<const std::int32_t> handles, const QStr
                });
 }
 
+bool HaiEditorPage::MayClose()
+{
+    return MayLoseWork() && MayLoseStore();
+}
+
+bool HaiEditorPage::MayLoseStore()
+{
+    return m_project.List(HaiProject::Store).IsEmpty() ||
+           m_dialogs.Question(tr("Кадры рабочего списка не сохраняются. Очистить его?"), tr("Вопрос"));
+}
+
 void HaiEditorPage::Clean()
 {
-    if (!MayClose())
+    if (!MayLoseWork())
         return;
     m_project.Clean(HaiProject::Animation);
     ShowFrames();

@@ -20,6 +20,7 @@ public:
     HaiEditorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent);
 
     void Redraw() override;
+    bool MayClose() override;
     void Release() override;
 
     // Adds copies of pictures to the animation, each under its name, when no command runs.
@@ -45,6 +46,9 @@ private:
     void AddFiles(HaiProject::ListName list, const QStringList &paths);
     void CopyAll(HaiProject::ListName from);
     void Clean();
+
+    // Asks before the frames of the second list are lost, which no command saves.
+    bool MayLoseStore();
 
     HaiProject m_project;
     std::array<FrameListPane *, 2> m_lists;
