@@ -1,5 +1,6 @@
 #include "anim/framepage.h"
 
+#include "anim/animviewing.h"
 #include "common/paths.h"
 #include "gfx/pixels.h"
 
@@ -185,23 +186,32 @@ void FramePage::RunJob(const QString &what, const std::function<void(const Frame
         focused->setFocus();
 }
 
-void FramePage::TakeCopies(std::span<const std::int32_t> handles, const QString &what, const Add &add)
+void FramePage::TakeCopies(std::size_t count, const Copy &copy, const QString &what, const Add &add)
 {
+    MemoryBudget budget(0);
     std::vector<FrameBuf> frames;
-    for (const std::int32_t handle : handles)
-        frames.push_back(DibToFrameBuf(handle));
-    TakeCopies(std::move(frames), what, add);
-}
-
-void FramePage::TakeCopies(std::vector<FrameBuf> frames, const QString &what, const Add &add)
-{
-    auto take = [this, frames = std::move(frames), what, add]() mutable {
+    while (frames.size() < count) {
+        FrameBuf frame = copy(frames.size());
+        if (!budget.Take(FrameCost + std::int64_t(frame.Pixels.size())))
+            break;
+        frames.push_back(std::move(frame));
+    }
+    auto take = [this, leftOut = std::int32_t(count - frames.size()), frames = std::move(frames), what,
+                 add]() mutable {
+        const Command command(*this);
         RunJob(what, [&](const FrameStep &step) { add(std::move(frames), step); });
+        TellLeftOut(m_dialogs, leftOut);
     };
     if (IsBusy())
         m_waiting.emplace_back(std::move(take));
     else
         take();
+}
+
+void FramePage::TakeCopies(std::span<const std::int32_t> handles, const QString &what, const Add &add)
+{
+    TakeCopies(
+        handles.size(), [handles](std::size_t i) { return DibToFrameBuf(handles[i]); }, what, add);
 }
 
 } // namespace wb

@@ -113,10 +113,12 @@ protected:
 
     // --- Frames from elsewhere
 
-    // Copies pictures at once. Adding them is a job that runs now, or when the command that runs has ended.
+    // Copies so many pictures at once, one by one, and leaves out and tells of those that memory does not
+    // suffice for. Adding the copies is a job that runs now, or when the command that runs has ended.
+    using Copy = std::function<FrameBuf(std::size_t picture)>;
     using Add = std::function<void(std::vector<FrameBuf> frames, const FrameStep &step)>;
+    void TakeCopies(std::size_t count, const Copy &copy, const QString &what, const Add &add);
     void TakeCopies(std::span<const std::int32_t> handles, const QString &what, const Add &add);
-    void TakeCopies(std::vector<FrameBuf> frames, const QString &what, const Add &add);
 
     Settings &m_settings;
     Dialogs &m_dialogs;

@@ -244,13 +244,16 @@ void GaiEditorPage::TakeFrames(std::span<const std::int32_t> handles, const QStr
 
 void GaiEditorPage::TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names)
 {
-    TakeCopies({frames.begin(), frames.end()}, UiText(TextAddingFrames),
-               [this, names](std::vector<FrameBuf> copies, const FrameStep &step) {
-                   m_project.SetValue(GaiProject::Width, copies.front().Width);
-                   m_project.SetValue(GaiProject::Height, copies.front().Height);
-                   m_project.AddGis(std::move(copies), names, step);
-                   chkGAICR_HaveBg->setChecked(true);
-               });
+    TakeCopies(
+        frames.size(), [frames](std::size_t i) { return frames[i]; }, UiText(TextAddingFrames),
+        [this, names](std::vector<FrameBuf> copies, const FrameStep &step) {
+            if (copies.empty())
+                return;
+            m_project.SetValue(GaiProject::Width, copies.front().Width);
+            m_project.SetValue(GaiProject::Height, copies.front().Height);
+            m_project.AddGis(std::move(copies), names, step);
+            chkGAICR_HaveBg->setChecked(true);
+        });
 }
 
 void GaiEditorPage::ShowFrames()

@@ -1,5 +1,7 @@
 #include "anim/haieditorpage.h"
 
+#include "anim/haiframe.h"
+#include "gfx/pixels.h"
 #include "services/uitext.h"
 #include "widgets/colour.h"
 #include "widgets/dibimage.h"
@@ -187,10 +189,13 @@ void HaiEditorPage::CopyAll(HaiProject::ListName from)
 
 void HaiEditorPage::TakeFrames(std::span<const std::int32_t> handles, const QStringList &names)
 {
-    TakeCopies(handles, UiText(TextAddingFrames),
-               [this, names](std::vector<FrameBuf> frames, const FrameStep &step) {
-                   m_project.AddFrames(HaiProject::Animation, std::move(frames), names, step);
-               });
+    // Brought to their size at once, large ones take little memory until their colours are reduced.
+    TakeCopies(
+        handles.size(), [handles](std::size_t i) { return ScaledToHai(DibToFrameBuf(handles[i])); },
+        UiText(TextAddingFrames),
+        [this, names](std::vector<FrameBuf> frames, const FrameStep &step) {
+            m_project.AddFrames(HaiProject::Animation, std::move(frames), names, step);
+        });
 }
 
 bool HaiEditorPage::MayClose()

@@ -72,7 +72,7 @@ SaveEnd HaiProject::Save(const QString &path, const FrameStep &step)
 bool HaiProject::Append(ListName list, FrameBuf frame, const QString &name)
 {
     if (!IsIndexed(frame))
-        frame = MakeHaiFrame(frame);
+        frame = MakeHaiFrame(std::move(frame));
     const bool isFrame = IsIndexed(frame);
     if (isFrame)
         m_lists[list].Add(std::move(frame), name);
