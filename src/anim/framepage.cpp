@@ -169,7 +169,8 @@ void FramePage::AddFrom(const QString &filter, const std::function<void(const QS
 void FramePage::RunJob(const QString &what, const std::function<void(const FrameStep &)> &job)
 {
     const Command command(*this);
-    QWidget *focused = window()->focusWidget();
+    if (QWidget *focused = window()->focusWidget(); focused != nullptr && isAncestorOf(focused))
+        m_focused = focused;
     Pace pace;
     job([&](std::int32_t done, std::int32_t all) {
         if (!pace.IsDue(done, all))
@@ -182,8 +183,24 @@ void FramePage::RunJob(const QString &what, const std::function<void(const Frame
     });
     m_preview->ClearWork();
     ShowFrames();
-    if (focused != nullptr && isAncestorOf(focused))
-        focused->setFocus();
+    RestoreFocus();
+}
+
+// A window that closes keeps its pages disabled until it stays open after all.
+void FramePage::RestoreFocus()
+{
+    if (m_focused == nullptr || !isEnabled())
+        return;
+    if (isVisible())
+        m_focused->setFocus();
+    m_focused.clear();
+}
+
+void FramePage::changeEvent(QEvent *event)
+{
+    Page::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange && !IsBusy())
+        RestoreFocus();
 }
 
 void FramePage::TakeCopies(std::size_t count, const Copy &copy, const QString &what, const Add &add)

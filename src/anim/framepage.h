@@ -11,6 +11,7 @@
 #include "widgets/frmres.h"
 #include "widgets/page.h"
 
+#include <QPointer>
 #include <QStringList>
 
 #include <cstdint>
@@ -125,10 +126,14 @@ protected:
     const frmRes &m_res;
     FramePreview *m_preview = nullptr; // from LayOut on
 
+    void changeEvent(QEvent *event) override;
+
 private:
     void EndCommand();
+    void RestoreFocus();
     QString ProposedPath() const;
 
+    QPointer<QWidget> m_focused;                  // before a job, until it can have the focus again
     int m_commands = 0;                           // that run, one inside another
     std::vector<std::function<void()>> m_waiting; // for their end
 };

@@ -90,6 +90,25 @@ TEST_F(HaiEditor, TakesFramesOfTheViewerAndStopsWhenTheWindowCloses)
     EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
 }
 
+TEST_F(HaiEditor, HasTheFocusAgainWhenClosingIsCancelled)
+{
+    for (const int page : {3, 0}) { // the one in view
+        QWidget *focused = page == 3 ? Find("lstHAICR_List") : List();
+        window->ShowPage(3);
+        Find("lstHAICR_List")->setFocus();
+        QTimer::singleShot(0, [&] {
+            QTimer::singleShot(0, [&] {
+                window->ShowPage(page);
+                focused->setFocus();
+                Click("cmdClose");
+            });
+        });
+        Do(u"drop 1.png 2.png"_s, u"Новый файл был изменен. Сохранить изменения?=Вопрос="_s);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return dialogs.answers.empty(); }));
+        EXPECT_EQ(focused, window->focusWidget());
+    }
+}
+
 class AnimCreator : public EditorTest
 {
 protected:
