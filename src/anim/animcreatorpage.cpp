@@ -53,7 +53,7 @@ void AnimCreatorPage::ConnectControls()
                                       UiText(TextInformation));
         });
     });
-    connect(m_list, &FrameListPane::FilesDropped, this, &AnimCreatorPage::AddDropped);
+    ConnectDrops(m_list, [this](const QStringList &paths) { AddDropped(paths); });
     Connect(m_list, m_project);
     connect(cmdAnimCR_Gen, &QPushButton::clicked, this, &AnimCreatorPage::Generate);
     connect(cmdAnimCR_Clean, &QPushButton::clicked, this, &AnimCreatorPage::Clean);
@@ -63,17 +63,13 @@ void AnimCreatorPage::ConnectControls()
 
 bool AnimCreatorPage::AddFiles(const QStringList &paths)
 {
-    m_preview->StopPlaying();
-    bool areAllAdded = true;
-    RunJob(UiText(TextAddingFrames),
-           [&](const FrameStep &step) { areAllAdded = m_project.AddFiles(paths, step); });
-    return areAllAdded;
+    return RunAdding([&](const FrameStep &step) { return m_project.AddFiles(paths, step); });
 }
 
 void AnimCreatorPage::AddDropped(const QStringList &paths)
 {
-    const Command command(*this);
-    if (!AddFiles(paths))
+    // Files may arrive when the frames are shown already.
+    if (!m_project.IsGenerated() && !AddFiles(paths))
         m_dialogs.Information(tr("Некоторые файлы не были добавлены, т.к. они отлючатся размером от главного "
                                  "кадра \r\nили не принадлежат к формату PNG."),
                               UiText(TextInformation));

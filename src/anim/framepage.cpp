@@ -3,6 +3,7 @@
 #include "anim/animviewing.h"
 #include "common/paths.h"
 #include "gfx/pixels.h"
+#include "services/uitext.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -93,6 +94,16 @@ QPushButton *FramePage::NewButton(const char *name, const QString &caption, cons
     return button;
 }
 
+void FramePage::ConnectDrops(FrameListPane *list, const std::function<void(const QStringList &)> &add)
+{
+    connect(list, &FrameListPane::FilesDropped, this, [this, add](const QStringList &paths) {
+        if (IsBusy())
+            return;
+        const Command command(*this);
+        add(paths);
+    });
+}
+
 void FramePage::EndCommand()
 {
     while (m_commands == 1 && !m_waiting.empty()) {
@@ -164,6 +175,14 @@ void FramePage::AddFrom(const QString &filter, const std::function<void(const QS
         return;
     add(paths);
     m_settings.OpenDir = GetFolder(paths.front());
+}
+
+bool FramePage::RunAdding(const std::function<bool(const FrameStep &)> &add)
+{
+    m_preview->StopPlaying();
+    bool areAllAdded = true;
+    RunJob(UiText(TextAddingFrames), [&](const FrameStep &step) { areAllAdded = add(step); });
+    return areAllAdded;
 }
 
 void FramePage::RunJob(const QString &what, const std::function<void(const FrameStep &)> &job)

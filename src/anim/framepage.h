@@ -67,6 +67,9 @@ protected:
     template <typename Project>
     void Connect(FrameListPane *list, Project &project);
 
+    // Hands over files that are dropped on a list, but for those that arrive while a command runs.
+    void ConnectDrops(FrameListPane *list, const std::function<void(const QStringList &)> &add);
+
     // A command of the page, as long as it lives.
     class Command
     {
@@ -107,6 +110,9 @@ protected:
     bool SaveTo(const QString &filter, const QString &what, const Write &write,
                 const MayReplace &mayReplace = {});
     void AddFrom(const QString &filter, const std::function<void(const QStringList &)> &add);
+
+    // Runs `add`, which adds files, as a job; gives what it gives.
+    bool RunAdding(const std::function<bool(const FrameStep &)> &add);
 
     // Runs what calls a step after each of its items and shows how far it is behind `what`. Events run
     // meanwhile.

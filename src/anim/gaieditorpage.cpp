@@ -167,7 +167,7 @@ void GaiEditorPage::ConnectControls()
         AddFrom(UiText(TextPngAndGiFiles) + QStringLiteral(" (*.png, *.gi)|*.png;*.gi"),
                 [this](const QStringList &paths) { AddFiles(paths); });
     });
-    connect(m_list, &FrameListPane::FilesDropped, this, &GaiEditorPage::AddDropped);
+    ConnectDrops(m_list, [this](const QStringList &paths) { AddDropped(paths); });
     Connect(m_list, m_project);
     connect(cmdGAICR_OpenGAI, &QPushButton::clicked, this, &GaiEditorPage::Open);
     connect(cmdGAICR_Clean, &QPushButton::clicked, this, &GaiEditorPage::Clean);
@@ -220,18 +220,13 @@ void GaiEditorPage::Release()
 
 void GaiEditorPage::AddDropped(const QStringList &paths)
 {
-    const Command command(*this);
     if (!AddFiles(paths))
         m_dialogs.Information(UiText(TextSomeNotAdded), UiText(TextInformation));
 }
 
 bool GaiEditorPage::AddFiles(const QStringList &paths)
 {
-    m_preview->StopPlaying();
-    bool areAllAdded = true;
-    RunJob(UiText(TextAddingFrames),
-           [&](const FrameStep &step) { areAllAdded = m_project.AddFiles(paths, step); });
-    return areAllAdded;
+    return RunAdding([&](const FrameStep &step) { return m_project.AddFiles(paths, step); });
 }
 
 void GaiEditorPage::TakeFrames(std::span<const std::int32_t> handles, const QStringList &names)

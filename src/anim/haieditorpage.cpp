@@ -62,8 +62,7 @@ FrameListPane *HaiEditorPage::NewList(HaiProject::ListName list, const FrameList
         AddFrom(UiText(TextPngFiles) + QStringLiteral(" (*.png)|*.png"),
                 [this, list](const QStringList &paths) { AddFiles(list, paths); });
     });
-    connect(pane, &FrameListPane::FilesDropped, this,
-            [this, list](const QStringList &paths) { AddFiles(list, paths); });
+    ConnectDrops(pane, [this, list](const QStringList &paths) { AddFiles(list, paths); });
     connect(pane, &FrameListPane::RemoveWanted, this, [this, list] {
         m_project.RemoveSelected(list);
         ShowFrames();
@@ -178,8 +177,7 @@ bool HaiEditorPage::Save()
 
 void HaiEditorPage::AddFiles(HaiProject::ListName list, const QStringList &paths)
 {
-    m_preview->StopPlaying();
-    RunJob(UiText(TextAddingFrames), [&](const FrameStep &step) { m_project.AddFiles(list, paths, step); });
+    RunAdding([&](const FrameStep &step) { return m_project.AddFiles(list, paths, step); });
 }
 
 void HaiEditorPage::CopyAll(HaiProject::ListName from)

@@ -161,6 +161,7 @@ TEST_F(AnimCreator, GivesTheGaiEditorWhatPlaysBackAsThePictures)
     List()->setFocus();
     Key('m');
     EXPECT_EQ("o oooo oo-- o >boom_000 boom_001 boom_002 Кадры: 1 / 3 64 x 48", State());
+    Drop({u"noise.gi"_s}, Find<ListBox>("lstAnimCR_List")->viewport()); // arrives when it builds
     Click("cmdAnimCR_Gen");
     Click("cmdAnimCR_AddGAI");
     EXPECT_TRUE(Find("picPage(2)")->isVisible() && Find<QAbstractButton>("chkGAICR_HaveBg")->isChecked());
