@@ -15,11 +15,6 @@ namespace
 
 constexpr int GenWidth = 102; // for both of its captions
 
-QString PngFilter()
-{
-    return UiText(TextPngFiles) + QStringLiteral(" (*.png)|*.png");
-}
-
 } // namespace
 
 AnimCreatorPage::AnimCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent)
@@ -54,7 +49,8 @@ void AnimCreatorPage::ConnectControls()
         });
     });
     ConnectDrops(m_list, [this](const QStringList &paths) { AddDropped(paths); });
-    Connect(m_list, m_project);
+    ConnectList(m_list, m_project);
+    ConnectOrder(m_list, m_project);
     connect(cmdAnimCR_Gen, &QPushButton::clicked, this, &AnimCreatorPage::Generate);
     connect(cmdAnimCR_Clean, &QPushButton::clicked, this, &AnimCreatorPage::Clean);
     connect(cmdAnimCR_SavePNG, &QPushButton::clicked, this, &AnimCreatorPage::Save);

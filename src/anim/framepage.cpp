@@ -127,6 +127,11 @@ bool FramePage::MayLoseWork()
     return !HasUnsavedWork() || AskToSave(m_dialogs, FileName(), [this] { return Save(); });
 }
 
+QString FramePage::PngFilter()
+{
+    return UiText(TextPngFiles) + QStringLiteral(" (*.png)|*.png");
+}
+
 QString FramePage::ProposedPath() const
 {
     return PathIn(m_settings.OpenDir, FileName());

@@ -63,9 +63,12 @@ protected:
     Columns LayOut(FrameListPane *list, std::initializer_list<QPushButton *> left,
                    std::initializer_list<QPushButton *> right, const QString &tag);
 
-    // Lets the list and the preview move through the frames of a project, remove and move them.
-    template <typename Project>
-    void Connect(FrameListPane *list, Project &project);
+    // Let a list select and remove frames of a project, and with the preview move them and move through them.
+    // `which` is the name of the list where the project has several.
+    template <typename Project, typename... ListName>
+    void ConnectList(FrameListPane *list, Project &project, ListName... which);
+    template <typename Project, typename... ListName>
+    void ConnectOrder(FrameListPane *list, Project &project, ListName... which);
 
     // Hands over files that are dropped on a list, but for those that arrive while a command runs.
     void ConnectDrops(FrameListPane *list, const std::function<void(const QStringList &)> &add);
@@ -101,6 +104,8 @@ protected:
     using Write = std::function<SaveEnd(const QString &path, const FrameStep &step)>;
     // Asks about what else than the file chosen is replaced.
     using MayReplace = std::function<bool(const QString &path)>;
+
+    static QString PngFilter();
 
     // Asks whether unsaved work may be lost, and saves it where that is wanted.
     bool MayLoseWork();
@@ -144,23 +149,28 @@ private:
     std::vector<std::function<void()>> m_waiting; // for their end
 };
 
-template <typename Project>
-void FramePage::Connect(FrameListPane *list, Project &project)
+template <typename Project, typename... ListName>
+void FramePage::ConnectList(FrameListPane *list, Project &project, ListName... which)
 {
-    connect(list, &FrameListPane::RemoveWanted, this, [this, &project] {
-        project.RemoveSelected();
+    connect(list, &FrameListPane::RemoveWanted, this, [this, &project, which...] {
+        project.RemoveSelected(which...);
         ShowFrames();
     });
+    connect(list, &FrameListPane::LineSelected, this, [this, &project, which...](int line) {
+        project.Select(which..., line);
+        ShowFrame();
+    });
+}
+
+template <typename Project, typename... ListName>
+void FramePage::ConnectOrder(FrameListPane *list, Project &project, ListName... which)
+{
     connect(list, &FrameListPane::MoveWanted, this, [this, &project](int distance) {
         project.MoveSelected(distance);
         ShowFrames();
     });
-    connect(list, &FrameListPane::LineSelected, this, [this, &project](int line) {
-        project.Select(line);
-        ShowFrame();
-    });
-    connect(m_preview, &FramePreview::FrameWanted, this, [this, &project](int frame) {
-        project.SetCurrent(frame);
+    connect(m_preview, &FramePreview::FrameWanted, this, [this, &project, which...](int frame) {
+        project.SetCurrent(which..., frame);
         ShowFrame();
     });
 }

@@ -168,7 +168,8 @@ void GaiEditorPage::ConnectControls()
                 [this](const QStringList &paths) { AddFiles(paths); });
     });
     ConnectDrops(m_list, [this](const QStringList &paths) { AddDropped(paths); });
-    Connect(m_list, m_project);
+    ConnectList(m_list, m_project);
+    ConnectOrder(m_list, m_project);
     connect(cmdGAICR_OpenGAI, &QPushButton::clicked, this, &GaiEditorPage::Open);
     connect(cmdGAICR_Clean, &QPushButton::clicked, this, &GaiEditorPage::Clean);
     connect(cmdGAICR_Compile, &QPushButton::clicked, this, &GaiEditorPage::Check);

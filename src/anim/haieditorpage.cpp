@@ -59,18 +59,10 @@ FrameListPane *HaiEditorPage::NewList(HaiProject::ListName list, const FrameList
 {
     auto *pane = new FrameListPane(names, m_res, this);
     connect(pane, &FrameListPane::AddWanted, this, [this, list] {
-        AddFrom(UiText(TextPngFiles) + QStringLiteral(" (*.png)|*.png"),
-                [this, list](const QStringList &paths) { AddFiles(list, paths); });
+        AddFrom(PngFilter(), [this, list](const QStringList &paths) { AddFiles(list, paths); });
     });
     ConnectDrops(pane, [this, list](const QStringList &paths) { AddFiles(list, paths); });
-    connect(pane, &FrameListPane::RemoveWanted, this, [this, list] {
-        m_project.RemoveSelected(list);
-        ShowFrames();
-    });
-    connect(pane, &FrameListPane::LineSelected, this, [this, list](int line) {
-        m_project.Select(list, line);
-        ShowFrame();
-    });
+    ConnectList(pane, m_project, list);
     for (const QAbstractButton *button : pane->findChildren<QAbstractButton *>())
         connect(button, &QAbstractButton::clicked, pane, &FrameListPane::FocusList);
     return pane;
@@ -140,14 +132,7 @@ QWidget *HaiEditorPage::MakeStore()
 void HaiEditorPage::ConnectControls()
 {
     FrameListPane *list = m_lists[HaiProject::Animation];
-    connect(list, &FrameListPane::MoveWanted, this, [this](int distance) {
-        m_project.MoveSelected(distance);
-        ShowFrames();
-    });
-    connect(m_preview, &FramePreview::FrameWanted, this, [this](int frame) {
-        m_project.SetCurrent(HaiProject::Animation, frame);
-        ShowFrame();
-    });
+    ConnectOrder(list, m_project, HaiProject::Animation);
     connect(cmdHAICR_OpenHAI, &QPushButton::clicked, this, &HaiEditorPage::Open);
     connect(cmdHAICR_Clean, &QPushButton::clicked, this, &HaiEditorPage::Clean);
     connect(cmdHAICR_SaveHAI, &QPushButton::clicked, this, &HaiEditorPage::Save);
