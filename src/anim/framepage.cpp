@@ -237,8 +237,8 @@ void FramePage::TakeCopies(std::size_t count, const Copy &copy, const QString &w
             break;
         frames.push_back(std::move(frame));
     }
-    auto take = [this, leftOut = std::int32_t(count - frames.size()), frames = std::move(frames), what,
-                 add]() mutable {
+    const auto leftOut = std::int32_t(count - frames.size());
+    auto take = [this, frames = std::move(frames), leftOut, what, add]() mutable {
         const Command command(*this);
         RunJob(what, [&](const FrameStep &step) { add(std::move(frames), step); });
         TellLeftOut(m_dialogs, leftOut);
