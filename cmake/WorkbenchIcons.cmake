@@ -36,6 +36,7 @@ function(workbench_add_pictures target)
   # Debian: librsvg2-bin.
   find_program(WORKBENCH_RSVG_CONVERT rsvg-convert REQUIRED)
   set(folder ${CMAKE_CURRENT_BINARY_DIR}/${target}-pictures)
+  set_property(GLOBAL PROPERTY WORKBENCH_PICTURES ${folder})
   set(rendered)
   foreach(name IN LISTS WORKBENCH_LIST_ICONS)
     string(TOLOWER ${name} source)

@@ -23,13 +23,14 @@ target_compile_definitions(workbench_flags INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)
 
 # workbench_module(NAME FILE SOURCES...): a module that the programs load at run time, under this exact file
-# name on every platform.
+# name on every platform; installed with the programs.
 function(workbench_module target file)
   add_library(${target} MODULE ${ARGN})
   set_target_properties(${target} PROPERTIES
     PREFIX "" OUTPUT_NAME ${file} SUFFIX ""
     CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
   target_link_libraries(${target} PRIVATE workbench_flags)
+  set_property(GLOBAL APPEND PROPERTY WORKBENCH_MODULES ${target})
 endfunction()
 
 # workbench_test(NAME SOURCES...): a GoogleTest program that mirrors one folder of src/. `SANITIZED` tests are
@@ -38,7 +39,7 @@ function(workbench_test name)
   add_executable(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE workbench_test_support GTest::gmock workbench_flags)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-  add_dependencies(${name} rastgl)
+  add_dependencies(${name} rastgl soundlib)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" TIMEOUT 600)
 endfunction()

@@ -81,9 +81,9 @@ cp "$work/game/Звёзды/Фон.gi" "$work/game/Звёзды/Эскадра.g
 "$bin/workbench-cli" dat export "$work/game/Данные/Игра.dat" "$work/data.json"
 "$bin/workbench-cli" dat import "$work/data.json" "$work/game/Данные/Игра-ZL.dat" --zl
 
-# An archive of some of these folders: pictures that are packed, and others that are stored as they are.
+# An archive of some of these folders: files that are packed, and others that are stored as they are.
 mkdir "$work/packed"
-cp -r "$work/game/Графика" "$work/game/Корабли" "$work/game/Разное" "$work/packed"
+cp -r "$work/game/Графика" "$work/game/Корабли" "$work/game/Разное" "$work/game/Звуки" "$work/packed"
 "$bin/workbench-cli" pack --quiet "$work/packed" "$work/game/Данные.pkg" >/dev/null
 
 if [ -e "$out/game" ]; then

@@ -3,8 +3,9 @@
 set -euo pipefail
 
 run_packages=(g++ cmake ninja-build qt6-base-dev qt6-translations-l10n libxcb1-dev libpng-dev libjpeg-dev
-  zlib1g-dev libdeflate-dev libsquish-dev librsvg2-bin fonts-inter)
-test_packages=(libgtest-dev libgmock-dev xvfb xauth openbox xdotool x11-utils picom strace)
+  zlib1g-dev libdeflate-dev libsquish-dev libsndfile1-dev libsdl2-dev librsvg2-bin fonts-inter)
+test_packages=(libgtest-dev libgmock-dev xvfb xauth openbox xdotool x11-utils picom strace dpkg-dev file
+  xdg-utils shared-mime-info desktop-file-utils libglib2.0-bin appstream man-db groff-base)
 fuzz_packages=(clang "libclang-rt-14-dev" libgtest-dev)
 bench_packages=(libbenchmark-dev libimagequant-dev libsimdjson-dev zip unzip)
 

@@ -57,7 +57,7 @@ void BringIntoHai(benchmark::State &state, MadePicture (*make)(int, int))
     HaiProject project;
     const auto bring = [&] {
         for (const std::int32_t handle : handles)
-            project.AddPicture(HaiProject::Animation, handle, QStringLiteral("a.png"));
+            project.AddFrame(HaiProject::Animation, DibToFrameBuf(handle), QStringLiteral("a.png"));
     };
     const auto bare = [&] { std::ranges::for_each(pictures, ScaleAndReduce); };
     for ([[maybe_unused]] auto _ : state) {

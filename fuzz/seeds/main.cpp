@@ -12,6 +12,7 @@
 #include "services/settings.h"
 #include "support/madepkg.h"
 #include "support/samplefolder.h"
+#include "support/table.h"
 
 #include <cstdio>
 
@@ -142,6 +143,7 @@ int main(int argc, char **argv)
     wb::SeedFolders seeds(argv[1]);
     wb::AddPictures(seeds);
     wb::AddGi(seeds);
+    seeds.Add("read_aft", wb::BytesOf(wb::ReadTable("cli/font.txt", 1).at(0).Bytes(0)));
     wb::AddGai(seeds);
     wb::AddHai(seeds);
     wb::AddArchives(seeds);

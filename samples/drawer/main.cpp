@@ -1,8 +1,10 @@
-// Draws the pictures of a small made-up game, and writes its data. Usage: sample-drawer OUT
+// Draws the pictures of a small made-up game, makes its sounds, and writes its data. Usage: sample-drawer OUT
 //
 // OUT/game gets what is finished as it is; OUT/drawn the PNG files that are to become GI files at the same
 // place. The same program draws the same pictures every time.
+#include "font.h"
 #include "scenery.h"
+#include "sounds.h"
 #include "sprites.h"
 #include "writers.h"
 
@@ -105,6 +107,7 @@ void DrawInterface(const Folder &game, const Folder &drawn)
     drawn.Save(u"Интерфейс/ButtonH.png"_s, DrawButton(ButtonState::Hover));
     drawn.Save(u"Интерфейс/ButtonP.png"_s, DrawButton(ButtonState::Pressed));
     drawn.Save(u"Интерфейс/ButtonD.png"_s, DrawButton(ButtonState::Disabled));
+    game.Save(u"Интерфейс/Шрифт.aft"_s, DrawFont());
 }
 
 DatItem Craft(const QString &name, const QString &text, int price, int speed)
@@ -169,6 +172,12 @@ void DrawExtras(const Folder &game, const Folder &drawn)
     game.Save(u"Разное/Оборванный.png"_s, whole.first(whole.size() / 2));
 }
 
+void MakeSounds(const Folder &game)
+{
+    game.Save(u"Звуки/Выстрел.wav"_s, MakeShot());
+    game.Save(u"Звуки/Музыка.mp3"_s, MakeMusic());
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -184,6 +193,7 @@ int main(int argc, char **argv)
         DrawCraft(game, drawn);
         DrawInterface(game, drawn);
         DrawExtras(game, drawn);
+        MakeSounds(game);
         WriteData(game);
     } catch (const std::exception &error) {
         std::fprintf(stderr, "sample-drawer: %s\n", error.what());

@@ -12,6 +12,8 @@ namespace wb
 namespace
 {
 
+constexpr int GenWidth = 102; // for both of its captions
+
 QString PngFilter()
 {
     return UiText(TextPngFiles) + QStringLiteral(" (*.png)|*.png");
@@ -32,6 +34,7 @@ AnimCreatorPage::AnimCreatorPage(Settings &settings, Dialogs &dialogs, const frm
       cmdAnimCR_AddGAI(NewButton("cmdAnimCR_AddGAI", tr("Передать в GAI Editor"),
                                  tr("Добавить построенные кадры к анимации в GAI Editor")))
 {
+    cmdAnimCR_Gen->setMinimumWidth(GenWidth);
     LayOut(m_list, {cmdAnimCR_Gen, cmdAnimCR_Clean}, {cmdAnimCR_SavePNG, cmdAnimCR_AddGAI},
            QStringLiteral("AnimCR"));
     m_preview->SetSizeBar(QStringLiteral("| "));

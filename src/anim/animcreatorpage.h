@@ -7,7 +7,7 @@
 namespace wb
 {
 
-class AnimCreatorPage : public FramePage
+class AnimCreatorPage final : public FramePage
 {
     Q_OBJECT
 

@@ -17,7 +17,7 @@ namespace wb
 class NumberField;
 class OptionFrame;
 
-class GaiEditorPage : public FramePage
+class GaiEditorPage final : public FramePage
 {
     Q_OBJECT
 

@@ -12,7 +12,7 @@ namespace wb
 
 class PictureArea;
 
-class HaiEditorPage : public FramePage
+class HaiEditorPage final : public FramePage
 {
     Q_OBJECT
 

@@ -11,6 +11,9 @@
 #include "gi/gicreatorpage.h"
 #include "platform/desktop/windowedges.h"
 #include "platform/desktop/windows.h"
+#include "platform/programfolder.h"
+#include "services/associations.h"
+#include "sound/sound.h"
 #include "viewer/viewerpage.h"
 #include "widgets/captionbar.h"
 #include "widgets/page.h"
@@ -52,8 +55,8 @@ const char *const PageCaptions[frmMain::PageCount] = {"ResViewer",    "GI Editor
 
 } // namespace
 
-frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
-    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_dialogs(dialogs),
+frmMain::frmMain(Dialogs &dialogs, QString settingsPath, clsRegistryObject &registry)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_dialogs(dialogs), m_registry(registry),
       m_settingsPath(std::move(settingsPath)), m_settings(LoadSettings(m_settingsPath)),
       m_caption(new CaptionBar(m_res, QStringLiteral("Workbench"), this)), m_pageButtons(new QWidget(this)),
       m_halves(new QSplitter(this)), m_pages(new QStackedWidget(m_halves)), m_status(new StatusStrip(this)),
@@ -75,6 +78,7 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
     column->addWidget(m_status);
     MakePages();
     PlaceLists();
+    KeepAssociations();
 
     connect(m_caption, &CaptionBar::Dragged, this, [this] { StartWindowMove(*this); });
     connect(m_caption, &CaptionBar::Released, this, [this] { CancelWindowMove(*this); });
@@ -89,6 +93,7 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath)
     create();
     windowHandle()->installEventFilter(this);
     new WindowEdges(*this);
+    SoundStartup(static_cast<std::int32_t>(winId()));
 }
 
 frmMain::~frmMain()
@@ -149,6 +154,7 @@ void frmMain::MakePages()
         page->ApplySettings();
         connect(page, &Page::Idle, this, &frmMain::CloseWhenIdle);
     }
+    connect(options, &OptionsPage::OptionsChanged, this, &frmMain::KeepAssociations);
     connect(options, &OptionsPage::BackColoursChanged, this, [this] {
         m_viewer->Redraw(); // its preview is in view whatever page is
         PageAt(m_currentPage)->Redraw();
@@ -216,6 +222,11 @@ void frmMain::PageShown(int page)
         return;
     m_currentPage = page;
     PageAt(m_currentPage)->Redraw();
+}
+
+void frmMain::KeepAssociations()
+{
+    ApplyAssociations(m_settings, ProgramFolder(), m_registry);
 }
 
 void frmMain::OpenCommandLine(const QString &folder, const QString &name)
@@ -353,6 +364,7 @@ void frmMain::Shutdown()
     tmrFocusChecker.stop();
     for (int i = 0; i < m_pages->count(); ++i)
         PageAt(i)->Release();
+    SoundShutdown();
     m_log->Hide();
     m_notification.Remove();
 }

@@ -25,6 +25,7 @@ namespace wb
 {
 
 class CaptionBar;
+class clsRegistryObject;
 class Page;
 class StatusStrip;
 class ViewerPage;
@@ -37,8 +38,8 @@ public:
     static constexpr int PageCount = 9;
 
     // Up to the first frame on screen: `settingsPath` names the settings file, which is read now and written
-    // when the window closes.
-    frmMain(Dialogs &dialogs, QString settingsPath);
+    // when the window closes. The registry is kept in line with the settings.
+    frmMain(Dialogs &dialogs, QString settingsPath, clsRegistryObject &registry);
     ~frmMain() override;
 
     // Opens what the command line names: its folder is shown, its file opened when it is there.
@@ -58,6 +59,7 @@ private:
     QWidget *MakePageButtons();
     void GiveRoom(int page);
     void PageShown(int page);
+    void KeepAssociations();
     void MinimiseToTray();
     void ReturnFromTray();
     void ToggleMaximised();
@@ -72,6 +74,7 @@ private:
     Page *PageAt(int page) const;
 
     Dialogs &m_dialogs;
+    clsRegistryObject &m_registry;
     QString m_settingsPath;
     Settings m_settings;
     AbortFlag m_abort;

@@ -1,6 +1,7 @@
 #include "app/frmmain.h"
 #include "app/skin.h"
 #include "app/startup.h"
+#include "platform/clsregistryobject.h"
 #include "services/settings.h"
 #include "widgets/desktopdialogs.h"
 
@@ -13,6 +14,7 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("workbench"));
     QApplication::setApplicationVersion(QStringLiteral(WORKBENCH_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("workbench"));
     wb::ApplySkin(application);
     QTranslator boxes;
     if (boxes.load(QStringLiteral("qtbase_ru"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
@@ -23,7 +25,8 @@ int main(int argc, char **argv)
         return 1;
     int result = 0;
     {
-        wb::frmMain window(dialogs, wb::SettingsPath());
+        wb::clsRegistryObject registry(wb::RegistryFile());
+        wb::frmMain window(dialogs, wb::SettingsPath(), registry);
         dialogs.SetOwner(&window);
         window.show();
         const QStringList arguments = QApplication::arguments();

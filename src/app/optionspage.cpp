@@ -118,8 +118,10 @@ QCheckBox *OptionsPage::AddCheck(const char *name, const QString &caption, bool 
     box->setObjectName(QLatin1String(name));
     m_checks.push_back({box, field});
     connect(box, &QCheckBox::toggled, this, [this, field](bool on) {
-        if (!m_loading)
-            m_settings.*field = on;
+        if (m_loading)
+            return;
+        m_settings.*field = on;
+        Q_EMIT OptionsChanged();
     });
     return box;
 }
@@ -166,6 +168,7 @@ void OptionsPage::ChooseColour(const Swatch &swatch)
         return;
     m_settings.*swatch.field = *colour;
     swatch.swatch->SetColour(*colour);
+    Q_EMIT OptionsChanged();
     if (swatch.behindPictures)
         Q_EMIT BackColoursChanged();
 }

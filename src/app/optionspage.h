@@ -27,6 +27,8 @@ public:
     void ApplySettings() override;
 
 Q_SIGNALS:
+    // A box or a colour has another setting.
+    void OptionsChanged();
     // What pictures are drawn over has changed.
     void BackColoursChanged();
 

@@ -4,6 +4,7 @@
 #include "app/skin.h"
 #include "app/startup.h"
 #include "common/paths.h"
+#include "platform/clsregistryobject.h"
 #include "platform/nativepath.h"
 #include "services/dialogs.h"
 
@@ -72,9 +73,10 @@ Order ReadOrder(const QStringList &arguments)
 bool TakeScreenshot(const Order &order, PrintedDialogs &dialogs)
 {
     const QTemporaryDir scratch;
-    // Settings of its own: the user's stay as they are.
+    // Settings and a registry of its own: the user's stay as they are.
+    wb::clsRegistryObject registry;
     const QString settings = scratch.filePath(QStringLiteral("Options.ini"));
-    wb::frmMain window(dialogs, wb::FromNativePath(settings.toStdString()));
+    wb::frmMain window(dialogs, wb::FromNativePath(settings.toStdString()), registry);
     window.resize(order.size);
     window.show();
     if (!order.file.isEmpty()) {

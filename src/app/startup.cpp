@@ -5,6 +5,7 @@
 #include "gfx/graphicslibrary.h"
 #include "platform/nativepath.h"
 #include "services/dialogs.h"
+#include "sound/soundlibrary.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,15 +16,22 @@ namespace wb
 
 bool LoadLibraries(const QString &folder, Dialogs &dialogs)
 {
+    const auto tellMissing = [&dialogs](const char *file) {
+        dialogs.Error(QLatin1String(file) + QStringLiteral(" not found."), ErrorTitle);
+        return false;
+    };
+    if (!LoadSoundLibrary(folder))
+        return tellMissing(SoundLibraryFile);
     if (LoadGraphicsLibrary(folder))
         return true;
-    dialogs.Error(QLatin1String(GraphicsLibraryFile) + QStringLiteral(" not found."), ErrorTitle);
-    return false;
+    UnloadSoundLibrary();
+    return tellMissing(GraphicsLibraryFile);
 }
 
 void UnloadLibraries()
 {
     UnloadGraphicsLibrary();
+    UnloadSoundLibrary();
 }
 
 namespace

@@ -2,9 +2,13 @@
 #include "cli/terminalprogress.h"
 #include "common/files.h"
 #include "common/paths.h"
+#include "common/text.h"
 #include "gi/gidocument.h"
 #include "viewer/documentloader.h"
 #include "viewer/frameexport.h"
+
+#include <QFile>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <climits>
@@ -21,6 +25,7 @@ constexpr int DefaultQuality = 90;
 const QString BackgroundOption = QStringLiteral("background");
 const QString NoBackgroundOption = QStringLiteral("no-background");
 const QString AltGaiOption = QStringLiteral("alt-gai");
+const QString AftColorOption = QStringLiteral("aft-color");
 
 struct ExportJob {
     QString source; // as the user wrote them
@@ -29,6 +34,7 @@ struct ExportJob {
     int frame = 0;
     bool all = false;
     int quality = DefaultQuality;
+    std::int32_t aftColor = 0;
 };
 
 std::optional<ExportFormat> FormatOf(const QString &target)
@@ -56,9 +62,20 @@ void Declare(QCommandLineParser &parser)
     parser.addOption({NoBackgroundOption, QStringLiteral("Draw a GAI over nothing.")});
     parser.addOption(
         {AltGaiOption, QStringLiteral("Pile up the frames of a GAI that lacks its background.")});
+    parser.addOption({AftColorOption, QStringLiteral("The colour of an AFT font (default: 000000)."),
+                      QStringLiteral("RRGGBB"), QStringLiteral("000000")});
     DeclareForce(parser);
-    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The picture or animation."));
+    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The picture, animation or font."));
     parser.addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("The file to write: .png or .jpg."));
+}
+
+// Reads "RRGGBB"; false for any other text.
+bool ReadColor(const QString &text, std::int32_t &color)
+{
+    static const QRegularExpression form(QStringLiteral("\\A[0-9A-Fa-f]{6}\\z"));
+    const std::int32_t value = HexToLong(text);
+    color = value >> 16 | (value & 0xFF00) | (value & 0xFF) << 16;
+    return form.match(text).hasMatch();
 }
 
 // One of all frames, in the folder as the user wrote it.
@@ -107,7 +124,7 @@ bool ReadLoading(const QCommandLineParser &parser, LoadOptions &loading)
 int Write(const QCommandLineParser &parser, const ExportJob &job)
 {
     TerminalProgress bar(IsQuiet(parser));
-    LoadOptions loading{.Bar = &bar};
+    LoadOptions loading{.AftColor = job.aftColor, .Bar = &bar};
     if (!ReadLoading(parser, loading))
         return Failed;
     const FrameSet document = OpenDocumentFile(FromArgument(job.source), loading);
@@ -137,6 +154,8 @@ int Run(const QCommandLineParser &parser)
         return Misuse(QStringLiteral("--frame takes a number from 0 on"));
     if (!ReadNumber(parser.value(QStringLiteral("quality")), 0, 100, job.quality))
         return Misuse(QStringLiteral("--quality takes a number from 0 to 100"));
+    if (!ReadColor(parser.value(AftColorOption), job.aftColor))
+        return Misuse(QStringLiteral("--aft-color takes six hexadecimal digits, red first"));
     const std::optional<ExportFormat> format = FormatOf(job.target);
     if (!format)
         return Misuse(QStringLiteral("%1: the name must end in .png, .jpg, .jpeg or .jpe").arg(job.target));
@@ -148,7 +167,7 @@ int Run(const QCommandLineParser &parser)
 
 } // namespace
 
-const Command ExportCommand{"export", "Write frames of a picture or animation as PNG or JPEG.", Declare, 2, 2,
-                            Run};
+const Command ExportCommand{
+    "export", "Write frames of a picture, animation or font as PNG or JPEG.", Declare, 2, 2, Run};
 
 } // namespace wb::cli

@@ -8,8 +8,11 @@
 #include "gfx/graphicslibrary.h"
 #include "gi/giformat.h"
 #include "platform/nativepath.h"
+#include "sound/soundlibrary.h"
 #include "viewer/documentloader.h"
+#include "viewer/filetype.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -64,13 +67,15 @@ QJsonObject DescribeDocument(const QString &path, const FrameSet &document)
 {
     if (document.Count == 0)
         return {};
+    QJsonObject object{{QStringLiteral("kind"), QString::fromStdString(document.Kind)},
+                       {QStringLiteral("count"), document.Count},
+                       {QStringLiteral("info"), QString::fromStdString(document.InfoText)}};
+    if (document.Mode == DocumentMode::Sound)
+        return object;
     QJsonArray frames;
     for (std::size_t i = 0; i < std::size_t(document.Count); ++i)
         frames.append(FrameObject(document, i));
-    QJsonObject object{{QStringLiteral("kind"), QString::fromStdString(document.Kind)},
-                       {QStringLiteral("count"), document.Count},
-                       {QStringLiteral("info"), QString::fromStdString(document.InfoText)},
-                       {QStringLiteral("frames"), frames}};
+    object.insert(QStringLiteral("frames"), frames);
     if (!document.FrameTypes.empty())
         AddHeader(object, path, document.Count);
     return object;
@@ -136,8 +141,10 @@ QString DatText(const QJsonObject &object)
 
 QString DocumentText(const QJsonObject &object)
 {
-    QString text = QStringLiteral("%1, frames: %2\n")
-                       .arg(object.value(QStringLiteral("kind")).toString(), Number(object, "count"));
+    const QString kind = object.value(QStringLiteral("kind")).toString();
+    if (!object.contains(QStringLiteral("frames")))
+        return QStringLiteral("%1, %2 Hz\n").arg(kind, object.value(QStringLiteral("info")).toString());
+    QString text = QStringLiteral("%1, frames: %2\n").arg(kind, Number(object, "count"));
     if (object.contains(QStringLiteral("left")))
         text += QStringLiteral("at %1,%2 to %3,%4\n")
                     .arg(Number(object, "left"), Number(object, "top"), Number(object, "right"),
@@ -187,6 +194,10 @@ int Run(const QCommandLineParser &parser)
     InputFile file;
     if (file.Open(ToNativePath(path)) != FileError::None || file.Size() == 0)
         return Fail(argument, QStringLiteral("can't be read or is empty"));
+    // Loading it takes longer than most commands do, so only this one does, for what may be a sound.
+    if (!IsPkgPath(path) && DetectFileType(path) == FileType::Sound &&
+        !LoadSoundLibrary(QCoreApplication::applicationDirPath()))
+        return Fail(QLatin1String(SoundLibraryFile), QStringLiteral("not found"));
     TerminalProgress bar(IsQuiet(parser));
     QJsonObject description = IsPkgPath(path) ? DescribeArchive(path) : DescribeDat(path, bar);
     FrameSet document;

@@ -1,6 +1,7 @@
 // workbench-cli: everything the workbench can do without a window.
 #include "cli/command.h"
 #include "gfx/graphicslibrary.h"
+#include "sound/soundlibrary.h"
 
 #include <QCoreApplication>
 
@@ -34,6 +35,7 @@ int RunLoaded(const Command &command, const QCommandLineParser &parser)
         return Fail(QLatin1String(GraphicsLibraryFile), QStringLiteral("not found"));
     const int status = command.run(parser);
     UnloadGraphicsLibrary();
+    UnloadSoundLibrary();
     return status;
 }
 

@@ -1,6 +1,7 @@
 #include "gfx/frameset.h"
 
 #include "gfx/graphicslibrary.h"
+#include "sound/sound.h"
 
 #include <utility>
 
@@ -23,6 +24,7 @@ FrameSet &FrameSet::operator=(FrameSet &&other) noexcept
         Pictures = std::exchange(other.Pictures, {});
         FrameTypes = std::exchange(other.FrameTypes, {});
         LeftOut = std::exchange(other.LeftOut, 0);
+        SoundBytes = std::exchange(other.SoundBytes, {});
     }
     return *this;
 }
@@ -43,12 +45,25 @@ FrameSet StillPicture(std::string kind, std::int32_t handle)
     return document;
 }
 
+FrameSet SoundDocument(std::string kind, std::int32_t handle)
+{
+    FrameSet document = StillPicture(std::move(kind), handle);
+    if (document.Count == 0)
+        return document;
+    document.Mode = DocumentMode::Sound;
+    document.InfoText = std::to_string(SoundFrequency(handle));
+    return document;
+}
+
 void FreeFrameSet(FrameSet &document)
 {
     if (document.Count <= 0)
         return;
     for (const std::int32_t handle : document.Pictures)
-        Graphics().VTGF_DIB_Free(handle);
+        if (document.Mode == DocumentMode::Sound)
+            FreeSound(handle);
+        else
+            Graphics().VTGF_DIB_Free(handle);
     document.Mode = DocumentMode::Released;
     document.Kind.clear();
     document.InfoText.clear();
@@ -56,6 +71,7 @@ void FreeFrameSet(FrameSet &document)
     document.Pictures.clear();
     document.FrameTypes.clear();
     document.LeftOut = 0;
+    document.SoundBytes = {};
 }
 
 } // namespace wb

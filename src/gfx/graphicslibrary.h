@@ -1,6 +1,7 @@
 // The one door to RastGL.dll: every symbol of it that the programs use is resolved here.
 #pragma once
 
+#include "common/loadedlibrary.h"
 #include "rastgl/rastgl.h"
 
 #include <QString>
@@ -9,10 +10,7 @@ namespace wb
 {
 
 struct GraphicsLibrary {
-// NOLINTNEXTLINE(bugprone-macro-parentheses): the argument is a name being declared.
-#define WB_MEMBER(name) decltype(&::name) name = nullptr;
-    RASTGL_FUNCTIONS(WB_MEMBER)
-#undef WB_MEMBER
+    WB_LIBRARY_TABLE(RASTGL_FUNCTIONS)
 };
 
 inline constexpr char GraphicsLibraryFile[] = "RastGL.dll";

@@ -11,6 +11,10 @@ namespace wb
 std::string NativeProgramFolder();
 QString ProgramFolder();
 
+// Whether the native path leads into what belongs to the system's packages, whoever may write there
+// (Filesystem Hierarchy Standard: /usr, /opt).
+bool IsSystemFolder(const std::string &path);
+
 // The folder for this user's own settings of the program (XDG Base Directory Specification:
 // $XDG_CONFIG_HOME/workbench, else ~/.config/workbench). It need not exist.
 QString UserConfigFolder();

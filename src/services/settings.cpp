@@ -182,8 +182,9 @@ ByteArray FormatSettings(const Settings &settings)
 
 QString SettingsPathIn(const QString &programFolder, const QString &configFolder)
 {
-    const QString &folder = CanWriteFolder(ToNativePath(programFolder)) ? programFolder : configFolder;
-    return folder + QStringLiteral("\\Options.ini");
+    const std::string native = ToNativePath(programFolder);
+    const bool isOwn = CanWriteFolder(native) && !IsSystemFolder(native);
+    return (isOwn ? programFolder : configFolder) + QStringLiteral("\\Options.ini");
 }
 
 QString SettingsPath()

@@ -11,7 +11,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScopedValueRollback>
-#include <QSlider>
 #include <QVBoxLayout>
 
 namespace wb
@@ -20,8 +19,7 @@ namespace wb
 namespace
 {
 
-constexpr int PlayInterval = 50; // ms
-constexpr int DrawDelay = 1;     // ms
+constexpr int DrawDelay = 1; // ms
 
 QLabel *NewLabel(const char *name, QWidget *parent)
 {
@@ -34,23 +32,20 @@ QLabel *NewLabel(const char *name, QWidget *parent)
 
 Display::Display(Settings &settings, Dialogs &dialogs, Progress &progress, AbortFlag &abort,
                  const frmRes &res, QWidget *parent)
-    : QWidget(parent), m_settings(settings), m_dialogs(dialogs), m_abort(abort), m_res(res),
+    : QWidget(parent), m_settings(settings), m_dialogs(dialogs), m_abort(abort),
       m_saver(settings, dialogs, progress, abort),
       picPicture(new PictureArea(QStringLiteral("picPicture"), res.curOpenHand, res.curClosedHand, this)),
-      cmdPlay(new PictureButton(QStringLiteral("cmdPlay"), res.imgPlay, QString(), this)),
-      m_export(new ExportBar(res, this)),
+      m_playBar(new PlayBar(m_document, settings, res, this)), m_export(new ExportBar(res, this)),
       cmdAlphaView(
           new PictureButton(QStringLiteral("cmdAlphaView"), res.imgPreview, tr("Окно предпросмотра"), this)),
       cmdZoomIn(new PictureButton(QStringLiteral("cmdZoomIn"), res.imgZoomIn, tr("Увеличить (+)"), this)),
       cmdZoomOut(new PictureButton(QStringLiteral("cmdZoomOut"), res.imgZoomOut, tr("Уменьшить (-)"), this)),
       cmdAbort(new PictureButton(QStringLiteral("cmdAbort"), res.imgAbort, tr("Прервать (Esc)"), this)),
-      sldFrame(new QSlider(Qt::Horizontal, this)), lblInfo(NewLabel("lblInfo", this)),
-      lblFrames(NewLabel("lblFrames", this)), lblZoom(NewLabel("lblZoom", this)),
-      lblSize(NewLabel("lblSize", this)), m_preview(new frmView(settings, this))
+      lblInfo(NewLabel("lblInfo", this)), lblFrames(NewLabel("lblFrames", this)),
+      lblZoom(NewLabel("lblZoom", this)), lblSize(NewLabel("lblSize", this)),
+      m_preview(new frmView(settings, this))
 {
     cmdAlphaView->setCheckable(true);
-    sldFrame->setObjectName(QStringLiteral("sldFrame"));
-    sldFrame->setMinimumWidth(60); // all the buttons beside it fit into the smallest window
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
@@ -58,12 +53,9 @@ Display::Display(Settings &settings, Dialogs &dialogs, Progress &progress, Abort
     column->addWidget(picPicture, 1);
     column->addWidget(MakeStatusStrip());
 
-    tmrAnim.setInterval(PlayInterval);
     tmrDraw.setInterval(DrawDelay);
     tmrDraw.setSingleShot(true);
-    connect(&tmrAnim, &QTimer::timeout, this, &Display::PlayTick);
     connect(&tmrDraw, &QTimer::timeout, this, &Display::DrawCurrentFrame);
-    connect(cmdPlay, &QToolButton::clicked, this, &Display::TogglePlayback);
     connect(cmdAlphaView, &QToolButton::toggled, this, &Display::CheckPreview);
     connect(cmdZoomIn, &QToolButton::clicked, this, [this] { SetZoom(ZoomedIn(m_zoom)); });
     connect(cmdZoomOut, &QToolButton::clicked, this, [this] { SetZoom(ZoomedOut(m_zoom)); });
@@ -73,10 +65,9 @@ Display::Display(Settings &settings, Dialogs &dialogs, Progress &progress, Abort
     connect(m_export, &ExportBar::CopyWanted, this, &Display::CopyWanted);
     connect(cmdAbort, &QToolButton::clicked, this, [this] { m_abort.Set(); });
     connect(cmdAbort, &QToolButton::released, this, &Display::Released);
-    connect(sldFrame, &QSlider::valueChanged, this, &Display::FrameMoved);
+    connect(m_playBar, &PlayBar::FrameMoved, this, &Display::FrameMoved);
     connect(picPicture, &PictureArea::Released, this, &Display::Released);
     connect(picPicture, &PictureArea::FileDropped, this, &Display::FileDropped);
-    ShowPlaying(false);
     OrderTabs();
     UpdateFrameTexts();
     UpdateButtons();
@@ -88,8 +79,7 @@ QWidget *Display::MakeToolBar()
     auto *row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(ExportBar::ButtonGap);
-    row->addWidget(cmdPlay);
-    row->addWidget(sldFrame, 1);
+    row->addWidget(m_playBar, 1);
     row->addSpacing(ExportBar::GroupGap);
     row->addWidget(m_export);
     row->addSpacing(ExportBar::GroupGap);
@@ -146,13 +136,10 @@ void Display::Open(const QString &path, const std::function<FrameSet()> &open)
 
 void Display::CloseDocument()
 {
-    if (tmrAnim.isActive())
-        TogglePlayback();
+    m_playBar->Reset();
     m_shown = false;
     SetBusy(true);
     m_frame = 0;
-    sldFrame->setValue(0);
-    sldFrame->setMaximum(1);
     FreeFrameSet(m_document);
     UpdateFrameTexts();
 }
@@ -164,16 +151,13 @@ void Display::ShowDocument()
                      ? FitZoom(FrameWidth(), FrameHeight(), picPicture->InnerSize().width(),
                                picPicture->InnerSize().height())
                      : 100;
-    if (m_document.Count > 1)
-        sldFrame->setMaximum(m_document.Count - 1);
     picPicture->Clear();
     picPicture->ResetPlace();
     m_shown = true;
     DrawCurrentFrame();
     TellLeftOut(m_dialogs, m_document.LeftOut);
     SetBusy(false);
-    if (m_settings.AutoPlayAnim && m_document.Mode == DocumentMode::Pictures)
-        cmdPlay->click();
+    m_playBar->AutoPlay();
 }
 
 void Display::Redraw()
@@ -214,12 +198,10 @@ void Display::SetBusy(bool busy)
 void Display::UpdateButtons()
 {
     const bool pictures = HasPictures() && !m_busy;
-    const bool several = m_document.Count > 1 && !m_busy;
     cmdAlphaView->setEnabled(pictures);
     cmdZoomIn->setEnabled(pictures && m_zoom < MaxZoom);
     cmdZoomOut->setEnabled(pictures && m_zoom > MinZoom);
-    cmdPlay->setEnabled(several);
-    sldFrame->setEnabled(several && !tmrAnim.isActive());
+    m_playBar->Update(m_busy);
     cmdAbort->setEnabled(m_busy);
     m_export->ShowDocument(m_document, m_busy);
 }
@@ -290,39 +272,12 @@ void Display::FrameMoved(int frame)
     tmrDraw.start();
 }
 
-void Display::TogglePlayback()
-{
-    if (tmrAnim.isActive()) {
-        tmrAnim.stop();
-        ShowPlaying(false);
-    } else {
-        if (m_busy || m_document.Count < 2)
-            return;
-        tmrAnim.start();
-        ShowPlaying(true);
-    }
-    UpdateButtons();
-}
-
-void Display::ShowPlaying(bool playing)
-{
-    const QString tip = playing ? tr("Остановить (пробел)") : tr("Воспроизвести (пробел)");
-    cmdPlay->SetButtonPicture(playing ? m_res.imgStop : m_res.imgPlay);
-    cmdPlay->setToolTip(tip);
-    cmdPlay->setAccessibleName(tip);
-}
-
 void Display::OrderTabs()
 {
-    const QWidgetList order = QWidgetList{cmdPlay, sldFrame} + m_export->Buttons() +
+    const QWidgetList order = m_playBar->Controls() + m_export->Buttons() +
                               QWidgetList{cmdAlphaView, cmdZoomOut, cmdZoomIn, cmdAbort};
     for (qsizetype i = 1; i < order.size(); ++i)
         setTabOrder(order[i - 1], order[i]);
-}
-
-void Display::PlayTick()
-{
-    sldFrame->setValue((sldFrame->value() + 1) % (sldFrame->maximum() + 1));
 }
 
 } // namespace wb

@@ -8,6 +8,7 @@
 #include "services/settings.h"
 #include "viewer/exportbar.h"
 #include "viewer/framesaver.h"
+#include "viewer/playbar.h"
 #include "widgets/frmres.h"
 #include "widgets/picturearea.h"
 
@@ -17,7 +18,6 @@
 #include <functional>
 
 class QLabel;
-class QSlider;
 
 namespace wb
 {
@@ -83,12 +83,9 @@ private:
     void DrawCurrentFrame();
     void TellTooLarge(bool drawAgain);
     void SaveAll();
-    void ShowPlaying(bool playing);
     void OrderTabs();
     void SetZoom(std::int32_t zoom);
     void FrameMoved(int frame);
-    void TogglePlayback();
-    void PlayTick();
     bool HasPictures() const;
     std::int32_t FrameWidth() const;
     std::int32_t FrameHeight() const;
@@ -96,7 +93,6 @@ private:
     Settings &m_settings;
     Dialogs &m_dialogs;
     AbortFlag &m_abort;
-    const frmRes &m_res;
     FrameSaver m_saver;
     FrameSet m_document;
     QString m_documentPath;
@@ -106,16 +102,14 @@ private:
     bool m_shown = false; // the document is complete on screen
     bool m_tellingTooLarge = false;
 
-    QTimer tmrAnim;
     QTimer tmrDraw;
     PictureArea *picPicture;
-    PictureButton *cmdPlay;
+    PlayBar *m_playBar;
     ExportBar *m_export;
     PictureButton *cmdAlphaView;
     PictureButton *cmdZoomIn;
     PictureButton *cmdZoomOut;
     PictureButton *cmdAbort;
-    QSlider *sldFrame;
     QLabel *lblInfo;
     QLabel *lblFrames;
     QLabel *lblZoom;

@@ -5,11 +5,14 @@
 #include "common/files.h"
 #include "common/paths.h"
 #include "gfx/graphicslibrary.h"
+#include "gi/aftreader.h"
 #include "gi/gidocument.h"
+#include "sound/sound.h"
 #include "viewer/filetype.h"
 
 #include <algorithm>
 #include <limits>
+#include <string_view>
 
 namespace wb
 {
@@ -44,6 +47,26 @@ FrameSet OpenHai(ByteView bytes, const char *, const LoadOptions &options)
     return OpenHaiDocument(bytes, {.Bar = options.Bar, .Abort = options.Abort});
 }
 
+FrameSet OpenAft(ByteView bytes, const char *, const LoadOptions &options)
+{
+    return OpenAftDocument(bytes, options.AftColor);
+}
+
+// From the first four bytes.
+const char *SoundKind(ByteView start)
+{
+    return std::ranges::equal(start.first(4), std::string_view("RIFF")) ? "WAV" : "MP3";
+}
+
+FrameSet OpenSound(ByteView bytes, const char *, const LoadOptions &)
+{
+    ByteArray kept(bytes.begin(), bytes.end());
+    FrameSet document = SoundDocument(SoundKind(kept), OpenSoundBuffer(kept));
+    if (document.Count > 0)
+        document.SoundBytes = std::move(kept);
+    return document;
+}
+
 QString GiBeside(const QString &path)
 {
     return PathIn(GetFolder(path), GetFileTitle(path) + QStringLiteral(".GI"));
@@ -62,9 +85,11 @@ constexpr Reader Readers[] = {
     {FileType::Png, "PNG", OpenPicture<&GraphicsLibrary::VTGF_Read_PNG>},
     {FileType::Psd, "PSD", OpenPicture<&GraphicsLibrary::VTGF_Read_PSD>},
     {FileType::Dds, "DDS", OpenPicture<&GraphicsLibrary::VTGF_Read_DDS>},
+    {FileType::Aft, "AFT", OpenAft},
     {FileType::Gi, "GI", OpenGi},
     {FileType::Gai, "GAI", OpenGai},
     {FileType::Hai, "HAI", OpenHai},
+    {FileType::Sound, "WAV, MP3", OpenSound},
 };
 
 const Reader *FindReader(FileType type)
@@ -77,8 +102,13 @@ const Reader *FindReader(FileType type)
 
 FrameSet OpenDocumentFile(const QString &path, const LoadOptions &options)
 {
+    const auto start = FirstBytes(path);
+    const FileType type = DetectBufferType(start);
+    // A sound is read while it plays, and so never held in memory.
+    if (type == FileType::Sound)
+        return SoundDocument(SoundKind(start), OpenSoundFile(path));
     // What nothing reads need not be loaded, however large it is.
-    if (FindReader(DetectFileType(path)) == nullptr)
+    if (FindReader(type) == nullptr)
         return {};
     ByteArray bytes;
     ReadFileBytes(path, bytes);

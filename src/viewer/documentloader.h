@@ -13,8 +13,9 @@
 namespace wb
 {
 
-// Only animations, whose frames are read one by one, ask for any of this.
+// All but the colour is for animations, whose frames are read one by one.
 struct LoadOptions {
+    std::int32_t AftColor = 0;                        // what fonts are drawn in, as the setting of that name
     bool AltGaiMethod = false;                        // as the setting of that name
     Progress *Bar = nullptr;                          // what has one lets events run while it reads
     AbortFlag *Abort = nullptr;                       // ends reading early; the document has what was read
@@ -25,7 +26,8 @@ struct LoadOptions {
 // background it is the GI file beside an animation, of the same title, when there is one.
 FrameSet OpenDocumentFile(const QString &path, const LoadOptions &options = {});
 
-// The same for bytes in memory, such as an entry of an archive. They have no file beside them.
+// The same for bytes in memory, such as an entry of an archive. They have no file beside them, and need not
+// outlive the call.
 FrameSet OpenDocumentBuffer(ByteView bytes, const LoadOptions &options = {});
 
 } // namespace wb

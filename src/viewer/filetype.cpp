@@ -4,7 +4,6 @@
 #include "platform/nativepath.h"
 
 #include <algorithm>
-#include <array>
 
 namespace wb
 {
@@ -36,13 +35,18 @@ FileType TypeOf(const std::array<std::uint8_t, 4> &start)
 
 } // namespace
 
-FileType DetectFileType(const QString &path)
+std::array<std::uint8_t, 4> FirstBytes(const QString &path)
 {
     std::array<std::uint8_t, 4> start{};
     InputFile file;
     if (file.Open(ToNativePath(path)) == FileError::None)
         file.ReadAt(0, start);
-    return TypeOf(start);
+    return start;
+}
+
+FileType DetectFileType(const QString &path)
+{
+    return TypeOf(FirstBytes(path));
 }
 
 FileType DetectBufferType(ByteView bytes)

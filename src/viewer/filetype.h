@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <array>
+
 namespace wb
 {
 
@@ -24,7 +26,10 @@ enum class FileType : int {
     Dds = 11,
 };
 
-// The type of the file; bytes that a file of fewer than four lacks count as zero.
+// What a file is told by; bytes that it lacks are zero.
+std::array<std::uint8_t, 4> FirstBytes(const QString &path);
+
+// The type of the file.
 FileType DetectFileType(const QString &path);
 
 // The type of bytes in memory; fewer than four give None.

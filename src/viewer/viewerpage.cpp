@@ -155,7 +155,10 @@ void ViewerPage::OpenNamed(const QString &folder, const QString &name)
 
 LoadOptions ViewerPage::Options() const
 {
-    return {.AltGaiMethod = m_settings.AltGAIMethod, .Bar = &m_progress, .Abort = &m_abort};
+    return {.AftColor = m_settings.AFTColor,
+            .AltGaiMethod = m_settings.AltGAIMethod,
+            .Bar = &m_progress,
+            .Abort = &m_abort};
 }
 
 void ViewerPage::OpenInViewer(const QString &path)

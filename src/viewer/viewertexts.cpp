@@ -30,7 +30,10 @@ QString StatusText(const FrameSet &document, std::int32_t frame)
     if (document.Kind.empty())
         return {};
     QString text = UiText(TextType) + QString::fromStdString(document.Kind);
-    if (!document.InfoText.empty() && frame >= 0 && std::size_t(frame) < document.FrameTypes.size())
+    if (document.Mode == DocumentMode::Sound)
+        text += Separator + UiText(TextFrequency) + QString::fromStdString(document.InfoText) +
+                QStringLiteral(" Hz");
+    else if (!document.InfoText.empty() && frame >= 0 && std::size_t(frame) < document.FrameTypes.size())
         text += Separator + UiText(TextFrameType) + QString::number(document.FrameTypes[std::size_t(frame)]);
     return text;
 }

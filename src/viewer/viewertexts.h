@@ -10,7 +10,7 @@
 namespace wb
 {
 
-// "Тип: GI  |  Тип фрейма: 2"; empty without a document.
+// "Тип: GI  |  Тип фрейма: 2", "Тип: WAV  |  Частота: 44100 Hz"; empty without a document.
 QString StatusText(const FrameSet &document, std::int32_t frame);
 
 // "|  Кадр: 3 / 12", "|  Кадр: 1" for a still picture, "|" without pictures.

@@ -27,47 +27,41 @@ protected:
     {
         return names.replaceInStrings(QRegularExpression(u"^"_s), folder.Path(u""_s));
     }
-    void DoHai(const QString &what)
+    void Do(const QString &what)
     {
         const QStringList words = what.split(u' ');
-        const QString path = folder.Path(u"a.hai"_s);
+        const QString &verb = words[0], path = folder.Path(u"a.hai"_s);
         const auto list = HaiProject::ListName(words.value(1).toInt());
-        words[0] == u"add"_s       ? (void)hai.AddFiles(list, Paths(words.mid(2)), step)
-        : words[0] == u"copy"_s    ? hai.CopySelected(list)
-        : words[0] == u"copyall"_s ? hai.CopyAll(list, step)
-        : words[0] == u"remove"_s  ? hai.RemoveSelected(list)
-        : words[0] == u"move"_s    ? hai.MoveSelected(words[1].toInt())
-        : words[0] == u"save"_s    ? (void)hai.Save(path, step)
-        : words[0] == u"open"_s    ? void(leftOut = hai.Open(path, step))
-                                   : hai.Clean(list);
+        verb == u"add"_s       ? (void)hai.AddFiles(list, Paths(words.mid(2)), step)
+        : verb == u"copy"_s    ? hai.CopySelected(list)
+        : verb == u"copyall"_s ? hai.CopyAll(list, step)
+        : verb == u"remove"_s  ? hai.RemoveSelected(list)
+        : verb == u"move"_s    ? hai.MoveSelected(words[1].toInt())
+        : verb == u"save"_s    ? (void)hai.Save(path, step)
+        : verb == u"open"_s    ? void(leftOut = hai.Open(path, step))
+        : verb == u"clean"_s   ? hai.Clean(list)
+        : verb == u"take"_s    ? (void)anim.AddFiles(Paths(words.mid(2)), step)
+        : verb == u"drop"_s    ? anim.RemoveSelected()
+        : verb == u"shift"_s   ? anim.MoveSelected(words[1].toInt())
+        : verb == u"build"_s   ? anim.Build(step)
+        : verb == u"back"_s    ? anim.GoBack()
+        : verb == u"write"_s   ? (void)anim.WritePngs(folder.Path(u"к.x"_s), step)
+                               : anim.Clean();
     }
-    void DoAnim(const QString &what)
+    QString State(bool ofHai) const
     {
-        const QStringList words = what.split(u' ');
-        words[0] == u"add"_s      ? (void)anim.AddFiles(Paths(words.mid(1)), step)
-        : words[0] == u"remove"_s ? anim.RemoveSelected()
-        : words[0] == u"move"_s   ? anim.MoveSelected(words[1].toInt())
-        : words[0] == u"build"_s  ? anim.Build(step)
-        : words[0] == u"back"_s   ? anim.GoBack()
-        : words[0] == u"save"_s   ? (void)anim.WritePngs(folder.Path(u"к.x"_s), step)
-                                  : anim.Clean();
-    }
-    static QString StateOf(bool isUnsaved, const QString &what, const FrameList &list)
-    {
-        return (isUnsaved ? u"*"_s : QString()) + what + QString::number(list.Selected()) + u' ' +
-               list.Names().join(u' ');
-    }
-    QString HaiState() const
-    {
-        return StateOf(hai.HasUnsavedWork(), {}, hai.List(HaiProject::Animation)).trimmed() + u" | "_s +
-               StateOf(false, {}, hai.List(HaiProject::Store)).trimmed();
-    }
-    QString AnimState() const
-    {
-        const QString size = u"%1 x %2 "_s.arg(anim.MainWidth()).arg(anim.MainHeight());
-        return StateOf(anim.HasUnsavedWork(), (anim.IsGenerated() ? u"built "_s : QString()) + size,
-                       anim.List())
-            .trimmed();
+        const auto lines = [](const FrameList &list) {
+            return u"%1 "_s.arg(list.Selected()) + list.Names().join(u' ');
+        };
+        QString state = (ofHai ? hai.HasUnsavedWork() : anim.HasUnsavedWork()) ? u"*"_s : u""_s;
+        if (ofHai)
+            state += lines(hai.List(HaiProject::Animation)) + u" / "_s + lines(hai.List(HaiProject::Store));
+        else
+            state += u"%1%2 x %3 "_s.arg(anim.IsGenerated() ? u"built "_s : u""_s)
+                         .arg(anim.MainWidth())
+                         .arg(anim.MainHeight()) +
+                     lines(anim.List());
+        return state.simplified();
     }
     // Pictures of one row: capitals are opaque, "r" translucent, dots empty.
     static std::vector<FrameBuf> Rows(const QString &words)
@@ -89,46 +83,41 @@ protected:
 
 TEST_F(ProjectsTest, KeepTheirRules)
 {
-    for (const TableRow &row : ReadTable("anim/haiproject.txt", 3)) {
-        DoHai(row.Text(0));
-        EXPECT_EQ((row.Text(1) + u" | "_s + row.Text(2)).simplified(), HaiState()) << row.line;
+    for (const TableRow &row : ReadTable("anim/projects.txt", 2)) {
+        Do(row.Text(0));
+        EXPECT_EQ(row.Text(1), State(row.Text(1).contains(u'/'))) << row.line;
     }
     EXPECT_EQ(QString(), hai.FileName());
-    for (const TableRow &row : ReadTable("anim/animproject.txt", 2)) {
-        DoAnim(row.Text(0));
-        EXPECT_EQ(row.Text(1), AnimState()) << row.line;
-    }
+    EXPECT_FALSE(hai.AddFiles(HaiProject::Store, Paths({u"missing.png"_s, u"noise.gi"_s}), step));
+    EXPECT_EQ(SaveEnd::Failed, anim.WritePngs(folder.Path(u"none\\a"_s), step));
 }
 
 // Saved and opened, of the usual size and of another, and copied to and fro.
 TEST_F(ProjectsTest, HaiFramesStayAsTheyAre)
 {
-    DoHai(u"add 0 0.png small.png 2.png"_s);
-    EXPECT_FALSE(hai.AddFiles(HaiProject::Store, Paths({u"missing.png"_s, u"noise.gi"_s}), step));
-    DoHai(u"save"_s);
+    Do(u"add 0 0.png small.png 2.png"_s);
+    Do(u"save"_s);
     const std::string file = folder.Get("a.hai");
     EXPECT_EQ(52276U, file.size());
     for (const std::int32_t side : {128, 64}) {
         const std::string numbers = {char(side), 0, 0, 0, char(side), 0, 0, 0};
         folder.Put("a.hai", std::string(file).replace(4, 8, numbers));
         for (const char *what : {"clean 1", "open", "copyall 0", "copyall 1"})
-            DoHai(QLatin1String(what));
-        EXPECT_TRUE(leftOut == 0 && hai.FileName() == u"a.hai"_s);
+            Do(QLatin1String(what));
+        EXPECT_TRUE(leftOut == 0 && hai.FileName() == u"a.hai"_s &&
+                    hai.Shown(HaiProject::Animation).Width == side);
         const auto frames = hai.List(HaiProject::Animation).Frames();
-        ASSERT_EQ(6U, frames.size());
-        for (std::size_t i = 0; i < 6; i++) {
-            const FrameBuf &stored = hai.List(HaiProject::Store).Frames()[i % 3];
-            EXPECT_TRUE(frames[i].Pixels == stored.Pixels && frames[i].Palette == stored.Palette);
-            const std::size_t start = 52 + i % 3 * 17408;
-            EXPECT_EQ(file.substr(start, std::size_t(side * side)), TextOf(stored.Pixels)) << i;
-            EXPECT_EQ(file.substr(start + std::size_t(side * side), 1024), TextOf(stored.Palette)) << i;
+        for (std::size_t i = 3; i < 6; i++) {
+            EXPECT_EQ(file.substr(52 + (i - 3) * 17408, std::size_t(side * side)), TextOf(frames[i].Pixels));
+            EXPECT_EQ(frames[i - 3].Palette, frames[i].Palette);
         }
-        EXPECT_EQ(side, hai.Shown(HaiProject::Animation).Width);
     }
     EXPECT_EQ(SaveEnd::Failed, hai.Save(folder.Path(u"none\\a.hai"_s), step));
     EXPECT_TRUE(hai.HasUnsavedWork() && !hai.Open(folder.Path(u"missing.hai"_s), step));
     EXPECT_EQ(6, hai.List(HaiProject::Animation).Count());
     EXPECT_EQ(0, hai.Open(folder.Path(u"noise.gi"_s), step)); // no frames that can be
+    folder.Put("a.hai", std::string(file).replace(4, 8, std::string("\0!\0\0\0!\0\0", 8))); // 8448 x 8448
+    EXPECT_EQ(3, hai.Open(folder.Path(u"a.hai"_s), step));
     EXPECT_TRUE(hai.List(HaiProject::Animation).IsEmpty());
 }
 
@@ -140,8 +129,8 @@ TEST_F(ProjectsTest, FramesAreWhatChanges)
         anim.Clean();
         for (const FrameBuf &picture : pictures)
             EXPECT_TRUE(anim.AddFrame(picture, {}));
-        DoAnim(u"build"_s);
-        DoAnim(u"save"_s);
+        Do(u"build"_s);
+        Do(u"write"_s);
         EXPECT_TRUE(anim.NotShown().Pixels == row.Int(2) && anim.NotShown().Frames == row.Int(3)) << row.line;
         std::vector<FrameBuf> frames(anim.Frames().begin(), anim.Frames().end());
         for (FrameBuf &frame : frames)
@@ -157,39 +146,40 @@ TEST_F(ProjectsTest, FramesAreWhatChanges)
                 << row.line << i;
         }
     }
-    EXPECT_EQ(SaveEnd::Failed, anim.WritePngs(folder.Path(u"none\\a"_s), step));
 }
 
 TEST_F(ProjectsTest, NothingElseChangesThemDuringAJob)
 {
+    const QString haiVerbs = u"add 1 0.png,copy 0,copyall 0,remove 0,move 1,clean 0,clean 1,open,save"_s;
     QString told;
     const FrameStep quiet = step, meddle = [&](int done, int all) {
         told += u"%1/%2 "_s.arg(done).arg(all);
-        const QString before = HaiState() + AnimState();
-        for (const char *what : {"add 1 0.png", "copy 0", "copyall 0", "remove 0", "move 1", "clean 0",
-                                 "clean 1", "open", "build", "back", "save"})
-            hai.IsBusy() ? DoHai(QLatin1String(what)) : DoAnim(QLatin1String(what));
-        EXPECT_FALSE(hai.IsBusy() ? hai.AddFrame(HaiProject::Store, MakeSprite(1), {})
-                                  : anim.AddFrame(MakeSprite(1), {}));
-        EXPECT_EQ(before, HaiState() + AnimState());
+        const bool ofHai = hai.IsBusy();
+        const QString before = State(ofHai),
+                      verbs = ofHai ? haiVerbs : u"take - 0.png,drop,shift 1,build,back,write,empty"_s;
+        for (const QString &what : verbs.split(u','))
+            Do(what);
+        EXPECT_FALSE(ofHai ? hai.AddFrame(HaiProject::Store, MakeSprite(1), {})
+                           : anim.AddFrame(MakeSprite(1), {}));
+        EXPECT_EQ(before, State(ofHai));
         hai.Stop();
         anim.Stop();
     };
-    // Each is done, and then stopped after its first item.
+    // Each is done, and stopped after its first item.
     for (const char *what : {"add 0 0.png 1.png 2.png", "copyall 0", "save", "open"})
         for (const FrameStep &heard : {quiet, meddle}) {
             step = heard;
-            DoHai(QLatin1String(what));
+            Do(QLatin1String(what));
         }
-    EXPECT_EQ(u"0 a.hai (000) | 0 0.png 1.png 2.png 0.png 0.png"_s, HaiState());
-    EXPECT_TRUE(leftOut == 3 && SaveEnd::Stopped == hai.Save(folder.Path(u"b.hai"_s), meddle));
+    EXPECT_EQ(u"0 a.hai (000) / 0 0.png 1.png 2.png 0.png 0.png"_s, State(true));
+    EXPECT_TRUE(leftOut == 0 && SaveEnd::Stopped == hai.Save(folder.Path(u"b.hai"_s), meddle));
     EXPECT_EQ("", folder.Get("b.hai"));
-    for (const char *what : {"add 0.png 1.png", "build", "back", "build", "save"})
+    for (const char *what : {"take - 0.png 1.png", "build", "back", "build", "write"})
         for (const FrameStep &heard : {meddle, quiet}) {
             step = heard;
-            DoAnim(QLatin1String(what));
+            Do(QLatin1String(what));
         }
-    EXPECT_EQ(u"built 37 x 23 0 0.png 0.png 1.png"_s, AnimState());
+    EXPECT_EQ(u"built 37 x 23 0 0.png 0.png 1.png"_s, State(false));
     EXPECT_EQ(u"1/3 1/4 1/4 1/4 1/1 1/2 1/2 1/2 1/3 "_s, told);
 }
 

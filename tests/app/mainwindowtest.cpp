@@ -55,6 +55,8 @@ TEST_F(MainWindow, OptionsReachTheSettingsFile)
          {"chkAutoPlayAnim", "chkAutoPlaySound", "chkDrawStretch", "chkViewOnTop", "chkViewDrawOnly",
           "chkAltGAIMethod", "chkPKG", "chkGI", "chkGAI", "chkHAI", "chkAFT"})
         QTest::mouseClick(Find(box), Qt::LeftButton, {}, QPoint(12, Find(box)->height() / 2));
+    const QString hai = QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes\\.hai");
+    EXPECT_EQ(QStringLiteral("HAIFile"), registry.Value(hai));
     Find("sldJPEGQuality")->setFocus();
     QTest::keyClick(Find("sldJPEGQuality"), Qt::Key_Right);
     QTest::keyClick(Find("sldVolume"), Qt::Key_Home);
@@ -76,8 +78,10 @@ TEST_F(MainWindow, OptionsReachTheSettingsFile)
     EXPECT_EQ(folder.Path(), written.Dir);
 
     window.reset();
+    registry.DeleteKey(hai);
     OpenWindow();
     EXPECT_TRUE(Find<QCheckBox>("chkHAI")->isChecked());
+    EXPECT_EQ(QStringLiteral("HAIFile"), registry.Value(hai)) << "every start brings it in line";
     EXPECT_EQ(QStringLiteral("#FF0000"), Find<ColourSwatch>("lblAFTColor")->text());
 }
 

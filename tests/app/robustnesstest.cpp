@@ -1,4 +1,5 @@
 // Somebody who clicks, types, drops files and closes the window without looking, also while jobs run.
+#include "support/madesound.h"
 #include "support/windowtest.h"
 
 #include <QApplication>
@@ -95,6 +96,7 @@ protected:
         folder.AddSprites();
         for (const int type : {0, 2, 4})
             folder.AddGi(std::to_string(type) + ".gi", MakeSprite(2), type, 2);
+        folder.Put("tone.wav", MakeTone(WavFormat, 8000, 1, 0.1));
         folder.MakeFolder("inner");
         folder.Put("inner/large.bin", std::string(300000, 'l'));
         for (const auto &file : std::filesystem::directory_iterator(folder.Native()))
@@ -108,7 +110,8 @@ protected:
 
     void Open()
     {
-        window = std::make_unique<frmMain>(*dialogs, settingsFolder.Path(QStringLiteral("Options.ini")));
+        window =
+            std::make_unique<frmMain>(*dialogs, settingsFolder.Path(QStringLiteral("Options.ini")), registry);
         window->show();
         window->OpenCommandLine(folder.Path(), chance.OneIn(2) ? QStringLiteral("2.gi") : QString());
         window->ShowPage(chance.Below(frmMain::PageCount));
@@ -240,6 +243,7 @@ protected:
     SampleFolder settingsFolder;
     QStringList paths;
     std::unique_ptr<RandomDialogs> dialogs;
+    clsRegistryObject registry;
     std::unique_ptr<frmMain> window;
     QTimer timer;
     int eventsLeft = EventsPerSeed;

@@ -1,9 +1,12 @@
 #include "app/startup.h"
 #include "platform/nativepath.h"
+#include "sound/soundlibrary.h"
 #include "support/samplefolder.h"
 #include "support/scripteddialogs.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QUrl>
 
 namespace wb
@@ -14,14 +17,23 @@ namespace
 
 TEST(Startup, AMissingLibraryIsNamedAndEndsTheStart)
 {
-    const SampleFolder empty;
+    const SampleFolder folder;
     ScriptedDialogs dialogs;
-    dialogs.expectedErrors = {{QStringLiteral("RastGL.dll not found."), QStringLiteral("Error")}};
-    EXPECT_FALSE(LoadLibraries(empty.NativeText(), dialogs));
-
-    empty.Put("RastGL.dll", "no");
-    dialogs.expectedErrors = {{QStringLiteral("RastGL.dll not found."), QStringLiteral("Error")}};
-    EXPECT_FALSE(LoadLibraries(empty.NativeText(), dialogs));
+    const auto expectMissing = [&](const char *file) {
+        dialogs.expectedErrors = {
+            {QLatin1String(file) + QStringLiteral(" not found."), QStringLiteral("Error")}};
+        EXPECT_FALSE(LoadLibraries(folder.NativeText(), dialogs));
+    };
+    expectMissing("Sound.dll");
+    folder.Put("Sound.dll", "no");
+    folder.Put("RastGL.dll", "no");
+    expectMissing("Sound.dll");
+    const QString built = QCoreApplication::applicationDirPath();
+    std::filesystem::remove(folder.Native("Sound.dll"));
+    ASSERT_TRUE(QFile::copy(built + QStringLiteral("/Sound.dll"), folder.NativeText("Sound.dll")));
+    expectMissing("RastGL.dll");
+    EXPECT_FALSE(IsSoundLibraryLoaded());
+    ASSERT_TRUE(LoadSoundLibrary(built)) << "for the other tests";
 }
 
 TEST(Startup, AFolderPartBecomesTheCurrentFolder)

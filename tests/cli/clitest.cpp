@@ -3,6 +3,7 @@
 #include "anim/gaiformat.h"
 #include "gi/giformat.h"
 #include "support/madedat.h"
+#include "support/madesound.h"
 #include "support/table.h"
 
 #include <QJsonDocument>
@@ -20,6 +21,11 @@ TEST_F(CliTest, TellsWhatItIsAskedFor)
     sprite.Y = 34;
     folder.AddPng("Картинка.png", sprite);
     folder.AddGi("Спрайт.gi", sprite, 2, 2);
+    folder.Put("Звук.wav", MakeTone(WavFormat, 22050, 1, 0.1));
+    folder.Put("Звук.mp3", MakeTone(Mp3Format, 44100, 2, 0.1));
+    folder.Put("Шрифт.aft", ReadTable("cli/font.txt", 1).at(0).Bytes(0));
+    ExpectDone(u"export Шрифт.aft Буква.png --frame 1 --aft-color 12abEF"_qs);
+    EXPECT_EQ(MakePicture(1, 2, 0xFF12ABEF).Pixels, ReadBack(u"Буква.png"_qs, "PNG").Pixels);
     PutArchive("Архив.PKG", "cli/archive.txt");
     folder.Put("plain", TextOf(MadeDat(u"N1 b7,8:Имя P2 9:a=Значение 1:=b"_qs)));
     for (const QString &line :

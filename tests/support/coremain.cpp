@@ -1,5 +1,6 @@
-// Runs the tests of a core folder with the graphics library loaded from beside the test program.
+// Runs the tests of a core folder with the libraries loaded from beside the test program.
 #include "gfx/graphicslibrary.h"
+#include "sound/soundlibrary.h"
 
 #include <QCoreApplication>
 #include <gtest/gtest.h>
@@ -8,11 +9,13 @@ int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
     const QCoreApplication application(argc, argv);
-    if (!wb::LoadGraphicsLibrary(QCoreApplication::applicationDirPath())) {
-        fprintf(stderr, "%s not found beside the test program\n", wb::GraphicsLibraryFile);
+    const QString folder = QCoreApplication::applicationDirPath();
+    if (!wb::LoadSoundLibrary(folder) || !wb::LoadGraphicsLibrary(folder)) {
+        fprintf(stderr, "the libraries are not beside the test program\n");
         return 2;
     }
     const int result = RUN_ALL_TESTS();
     wb::UnloadGraphicsLibrary();
+    wb::UnloadSoundLibrary();
     return result;
 }

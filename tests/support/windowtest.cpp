@@ -18,7 +18,7 @@ const QString SettingsFile = QStringLiteral("Options.ini");
 
 void WindowTest::OpenWindow(const QString &name)
 {
-    window = std::make_unique<frmMain>(dialogs, settingsFolder.Path(SettingsFile));
+    window = std::make_unique<frmMain>(dialogs, settingsFolder.Path(SettingsFile), registry);
     window->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     window->OpenCommandLine(folder.Path(), name);

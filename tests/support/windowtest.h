@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/frmmain.h"
+#include "platform/clsregistryobject.h"
 #include "support/samplefolder.h"
 #include "support/scripteddialogs.h"
 
@@ -53,6 +54,7 @@ protected:
     SampleFolder folder;
     SampleFolder settingsFolder;
     ScriptedDialogs dialogs;
+    clsRegistryObject registry;
     std::unique_ptr<frmMain> window;
 };
 

@@ -2,6 +2,8 @@
 
 #include "gfx/graphicslibrary.h"
 #include "gfx/pixels.h"
+#include "sound/sound.h"
+#include "support/madesound.h"
 #include "support/samplefolder.h"
 #include "support/table.h"
 #include "viewer/filetype.h"
@@ -82,6 +84,24 @@ TEST(DocumentLoader, OpensPngAndEveryGiTypeAndNothingElse)
     for (const char *bytes : {"", "gi", "RIFF....", "ZL01....", "ZL02....", "GIF89a..", "DDS ", "\x89PNG"})
         EXPECT_TRUE(IsEmpty(OpenDocumentBuffer(BytesOf(bytes)))) << bytes;
     EXPECT_TRUE(IsEmpty(OpenDocumentFile(u"C:\\no-such.png"_qs)));
+}
+
+TEST(DocumentLoader, OpensSoundsThatLiveAsLongAsTheirDocument)
+{
+    const TempFolder folder;
+    for (const int format : {WavFormat, Mp3Format})
+        for (const bool isFile : {false, true}) {
+            folder.Put("a", MakeTone(format, 24000, 1, 0.1));
+            FrameSet first = isFile ? OpenDocumentFile(folder.Path(u"a"_qs))
+                                    : OpenDocumentBuffer(BytesOf(folder.Get("a")));
+            EXPECT_TRUE(first.Mode == DocumentMode::Sound && first.Count == 1 && first.InfoText == "24000");
+            EXPECT_EQ(format == WavFormat ? "WAV" : "MP3", first.Kind);
+            const std::int32_t handle = first.Pictures.at(0);
+            FrameSet second = std::move(first);
+            EXPECT_EQ(24000, SoundFrequency(handle));
+            FreeFrameSet(second);
+            EXPECT_EQ(0, SoundFrequency(handle));
+        }
 }
 
 TEST(DocumentLoader, DocumentsFreeTheirPicturesOnceAndInTime)

@@ -1,9 +1,9 @@
 #include "platform/programfolder.h"
 
+#include "platform/linux/userfiles.h"
 #include "platform/nativepath.h"
 
 #include <climits>
-#include <cstdlib>
 #include <unistd.h>
 
 namespace wb
@@ -23,17 +23,14 @@ QString ProgramFolder()
     return FromNativePath(NativeProgramFolder());
 }
 
+bool IsSystemFolder(const std::string &path)
+{
+    return path.starts_with("/usr/") || path.starts_with("/opt/");
+}
+
 QString UserConfigFolder()
 {
-    const auto variable = [](const char *name) {
-        const char *value = std::getenv(name);
-        return std::string(value != nullptr && value[0] == '/' ? value
-                                                               : ""); // relative ones are to be ignored
-    };
-    std::string folder = variable("XDG_CONFIG_HOME");
-    if (folder.empty())
-        folder = variable("HOME") + "/.config";
-    return FromNativePath(folder + "/workbench");
+    return FromNativePath(UserFolders().Config + "/workbench");
 }
 
 } // namespace wb
