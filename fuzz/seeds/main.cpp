@@ -3,6 +3,8 @@
 #include "anim/haiwriter.h"
 #include "archive/zlblock.h"
 #include "common/bytes.h"
+#include "dat/datjson.h"
+#include "dat/datreader.h"
 #include "gfx/graphicslibrary.h"
 #include "gfx/pixels.h"
 #include "gi/giencoder.h"
@@ -10,7 +12,9 @@
 #include "platform/programfolder.h"
 #include "rastgl/picturefile.h"
 #include "services/settings.h"
+#include "support/madedat.h"
 #include "support/madepkg.h"
+#include "support/madesound.h"
 #include "support/samplefolder.h"
 #include "support/table.h"
 
@@ -120,6 +124,27 @@ void AddArchives(SeedFolders &seeds)
     seeds.Add("read_chunkstream", packed, TextOf(lengths));
 }
 
+void AddDat(SeedFolders &seeds)
+{
+    const ByteArray plain =
+        MadeDat(QStringLiteral("N3 v1,2:Имя=Значение b3,4:Блок N1 b5,6:Блок P2 1:a=b 9:= b3,5:Блок P1 1:c="));
+    ByteArray packed;
+    ZlBlockPack(packed, plain);
+    for (const ByteArray &bytes : {plain, packed}) {
+        seeds.Add("read_dat", bytes);
+        seeds.Add("write_dat", bytes, std::string_view("\1\4\0\2\0ab", 7));
+    }
+    seeds.Add("read_datjson", DatToJson(DatParse(plain)));
+}
+
+void AddSounds(SeedFolders &seeds)
+{
+    const std::vector<short> samples(600, 1000);
+    for (const int coding : {SF_FORMAT_PCM_16, SF_FORMAT_PCM_U8, SF_FORMAT_IMA_ADPCM, SF_FORMAT_ULAW})
+        seeds.Add("read_sound", BytesOf(MakeSound(SF_FORMAT_WAV | coding, 8000, 2, samples)));
+    seeds.Add("read_sound", BytesOf(MakeTone(Mp3Format, 44100, 2, 0.1)));
+}
+
 void AddWriters(SeedFolders &seeds)
 {
     std::string bytes;
@@ -147,6 +172,8 @@ int main(int argc, char **argv)
     wb::AddGai(seeds);
     wb::AddHai(seeds);
     wb::AddArchives(seeds);
+    wb::AddDat(seeds);
+    wb::AddSounds(seeds);
     wb::AddWriters(seeds);
     seeds.Add("read_settings", wb::FormatSettings(wb::DefaultSettings()));
     return 0;

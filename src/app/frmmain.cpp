@@ -222,6 +222,8 @@ void frmMain::PageShown(int page)
         return;
     m_currentPage = page;
     PageAt(m_currentPage)->Redraw();
+    if (page == ViewerIndex)
+        m_viewer->FocusList(); // the stack has given the focus to what is first on the page
 }
 
 void frmMain::KeepAssociations()

@@ -2,6 +2,7 @@
 
 #include "common/bytes.h"
 
+#include <QStringDecoder>
 #include <QUtf8StringView>
 
 #include <algorithm>
@@ -242,10 +243,12 @@ QString JsonText::Text(int index) const
 {
     const ByteView bytes = Bytes(index);
     QString text;
+    // A byte order mark is a character like any other here.
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
     for (std::size_t at = 0; at < bytes.size();) {
         const std::size_t run =
             std::size_t(std::find(bytes.begin() + std::ptrdiff_t(at), bytes.end(), '\\') - bytes.begin());
-        text += QString::fromUtf8(reinterpret_cast<const char *>(bytes.data() + at), qsizetype(run - at));
+        text += decode(QByteArrayView(bytes.data() + at, qsizetype(run - at)));
         at = run;
         if (at == bytes.size())
             break;

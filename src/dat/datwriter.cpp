@@ -38,7 +38,8 @@ void DatWriteText(ByteArray &bytes, QStringView text)
 {
     const std::size_t start = bytes.size();
     bytes.resize(start + 2 * std::size_t(text.size()));
-    qToLittleEndian<char16_t>(text.utf16(), text.size(), bytes.data() + start);
+    if (!text.isEmpty()) // which may have no address
+        qToLittleEndian<char16_t>(text.utf16(), text.size(), bytes.data() + start);
     bytes.resize(bytes.size() + 2, 0);
 }
 

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 TEST(DatJson, EveryCodeUnitComesBack)
 {
-    QString units = u"🚀"_s;
+    QString units = u"\uFEFF🚀"_s;
     for (char16_t unit = 0xFFFF; unit > 0; --unit) // this way round no surrogates make a pair
         units += QChar(unit);
     ByteArray bytes = MadeDat(u"N2 b-7,2147483647:Ё P1"_s);

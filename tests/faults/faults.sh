@@ -24,12 +24,19 @@ cd "$work/in" || exit
 head -c 70000 /dev/urandom >"$work/tree/noise"
 cp 0.png 1.png "$work/tree"
 "$bin/workbench-cli" gai a.gai 0.png 1.png --quiet
+cp 0.png same.png
+printf '{"zl":false,"root":{"kind":"pairs","children":[{"type":1,"name":"a","value":"b"}]}}' >a.json
+"$bin/workbench-cli" dat import a.json a.dat
 "$bin/workbench-cli" pack "$work/tree" a.pkg >/dev/null
 
 # What a command writes lies in `out`; it is started in `in`.
 declare -A commands=(
   [gi]="gi 0.png ../out/a.gi --type 2 --force"
   [gai]="gai ../out/a.gai 0.png 1.png --packed --force"
+  [hai]="hai ../out/a.hai 0.png 1.png --force"
+  [animate]="animate ../out/a.gai same.png 0.png --force"
+  [dat]="dat import a.json ../out/a.dat --zl --force"
+  [json]="dat export a.dat ../out/a.json --force"
   [png]="export a.gai ../out/a.png --all --force"
   [jpeg]="export a.gai ../out/a.jpg --force"
   [pack]="pack ../tree ../out/a.pkg --force"
