@@ -335,6 +335,8 @@ bool frmMain::IsBusy() const
 void frmMain::AbortJobs()
 {
     m_isClosing = true;
+    if (focusWidget() != nullptr)
+        m_focused = focusWidget();
     m_abort.Set();
     m_pageButtons->setEnabled(false); // nothing new begins
     m_halves->setEnabled(false);
@@ -348,6 +350,9 @@ void frmMain::StayOpen()
     m_mayClose = {};
     m_pageButtons->setEnabled(true);
     m_halves->setEnabled(true);
+    if (focusWidget() == nullptr && m_focused != nullptr)
+        m_focused->setFocus();
+    m_focused.clear();
 }
 
 void frmMain::CloseWhenIdle()
