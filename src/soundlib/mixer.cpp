@@ -63,16 +63,19 @@ void Mixer::Remove(std::int32_t handle)
 
 bool Mixer::Play(std::int32_t handle, bool restart)
 {
-    if (!m_isStarted || !OpenDevice())
+    Channel *channel = Find(handle);
+    if (channel == nullptr || !m_isStarted || !OpenDevice())
         return false;
-    bool plays = false;
-    With(handle, [&](Channel &channel) {
-        if (restart)
-            channel.Rewind();
-        plays = channel.Play(m_frequency);
-    });
-    SDL_PauseAudioDevice(m_device, 0);
-    return plays;
+    const std::lock_guard lock(m_mutex);
+    if (restart)
+        channel->Rewind();
+    return channel->Play(m_frequency);
+}
+
+Channel *Mixer::Find(std::int32_t handle) const
+{
+    const auto channel = m_channels.find(handle);
+    return channel == m_channels.end() ? nullptr : channel->second.get();
 }
 
 bool Mixer::OpenDevice()
@@ -95,9 +98,12 @@ bool Mixer::OpenDevice()
         static_cast<Mixer *>(user)->Mix({target, static_cast<std::size_t>(bytes)});
     };
     m_device = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
-    if (m_device == 0)
+    if (m_device == 0) {
         SDL_QuitSubSystem(SDL_INIT_AUDIO);
-    return m_device != 0;
+        return false;
+    }
+    SDL_PauseAudioDevice(m_device, 0);
+    return true;
 }
 
 void Mixer::CloseDevice()

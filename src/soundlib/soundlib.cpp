@@ -70,33 +70,36 @@ int32_t VTMP_ChannelPlay(int32_t handle, int32_t restart)
 
 int32_t VTMP_ChannelStop(int32_t handle)
 {
-    return TheMixer().With(handle, [](Channel &channel) { channel.Stop(); }) ? 1 : 0;
+    Channel *channel = TheMixer().Find(handle);
+    if (channel == nullptr)
+        return 0;
+    channel->Stop();
+    return 1;
 }
 
 int32_t VTMP_ChannelIsActive(int32_t handle)
 {
-    bool isActive = false;
-    TheMixer().With(handle, [&isActive](const Channel &channel) { isActive = channel.IsPlaying(); });
-    return isActive ? 1 : 0;
+    const Channel *channel = TheMixer().Find(handle);
+    return channel != nullptr && channel->IsPlaying() ? 1 : 0;
 }
 
 int32_t VTMP_ChannelSetAttributes(int32_t handle, int32_t frequency, int32_t volume, int32_t pan)
 {
-    if (frequency != SameFrequency || pan != SamePan)
+    Channel *channel = TheMixer().Find(handle);
+    if (channel == nullptr || frequency != SameFrequency || pan != SamePan)
         return 0;
-    const auto set = [volume](Channel &channel) {
-        if (volume >= 0 && volume <= FullVolume)
-            channel.SetVolume(volume);
-    };
-    return TheMixer().With(handle, set) ? 1 : 0;
+    if (volume >= 0 && volume <= FullVolume)
+        channel->SetVolume(volume);
+    return 1;
 }
 
 int32_t VTMP_ChannelGetAttributes(int32_t handle, int32_t *frequency, int32_t *volume, int32_t *pan)
 {
-    const auto tell = [=](const Channel &channel) {
-        Tell(frequency, channel.Rate());
-        Tell(volume, channel.Volume());
-        Tell(pan, 0);
-    };
-    return TheMixer().With(handle, tell) ? 1 : 0;
+    const Channel *channel = TheMixer().Find(handle);
+    if (channel == nullptr)
+        return 0;
+    Tell(frequency, channel->Rate());
+    Tell(volume, channel->Volume());
+    Tell(pan, 0);
+    return 1;
 }
