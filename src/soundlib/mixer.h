@@ -1,7 +1,8 @@
-// The streams, and the device that plays them.
+// The streams, mixed for the device.
 #pragma once
 
 #include "soundlib/channel.h"
+#include "soundlib/device.h"
 
 #include <map>
 #include <mutex>
@@ -28,9 +29,8 @@ public:
     Channel *Find(std::int32_t handle) const;
 
 private:
-    bool OpenDevice();
-    void CloseDevice();
     void Mix(std::span<std::uint8_t> target);
+    bool IsPlaying();
 
     // The device's thread mixes under the mutex, and only the caller's thread changes the map, under it as
     // well. No call to the device is made under it, because the device waits for its thread.
@@ -43,7 +43,7 @@ private:
     int m_frequency = DefaultFrequency;
     bool m_isInitialised = false;
     bool m_isStarted = false;
-    SDL_AudioDeviceID m_device = 0;
+    Device m_device{[this](std::span<std::uint8_t> target) { Mix(target); }, [this] { return IsPlaying(); }};
 };
 
 } // namespace soundlib
