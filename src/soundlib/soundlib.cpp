@@ -2,6 +2,8 @@
 
 #include "soundlib/mixer.h"
 
+#include <exception>
+
 namespace
 {
 
@@ -21,6 +23,17 @@ void Tell(std::int32_t *place, std::int32_t value)
 {
     if (place != nullptr)
         *place = value;
+}
+
+// 0 where there is no memory, or no thread to be had.
+template <typename Work>
+std::int32_t OrNothing(Work work)
+{
+    try {
+        return work();
+    } catch (const std::exception &) {
+        return 0;
+    }
 }
 
 } // namespace
@@ -52,10 +65,12 @@ int32_t VTMP_StreamCreateFile(int32_t fromMemory, const void *source, int32_t of
 {
     if (source == nullptr || offset < 0 || length < 0)
         return 0;
-    SoundSource bytes = fromMemory != 0
-                            ? SoundSource::OfMemory(static_cast<const char *>(source) + offset, length)
-                            : SoundSource::OfFile(static_cast<const char *>(source), offset, length);
-    return TheMixer().Add(SoundFile::Open(std::move(bytes)));
+    const auto *text = static_cast<const char *>(source);
+    return OrNothing([=] {
+        SoundSource bytes = fromMemory != 0 ? SoundSource::OfMemory(text + offset, length)
+                                            : SoundSource::OfFile(text, offset, length);
+        return TheMixer().Add(SoundFile::Open(std::move(bytes)));
+    });
 }
 
 void VTMP_StreamFree(int32_t handle)
@@ -65,7 +80,7 @@ void VTMP_StreamFree(int32_t handle)
 
 int32_t VTMP_ChannelPlay(int32_t handle, int32_t restart)
 {
-    return TheMixer().Play(handle, restart != 0) ? 1 : 0;
+    return OrNothing([=] { return TheMixer().Play(handle, restart != 0) ? 1 : 0; });
 }
 
 int32_t VTMP_ChannelStop(int32_t handle)

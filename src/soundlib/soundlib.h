@@ -12,7 +12,7 @@
 //    device. Playing there is refused by VTMP_ChannelPlay.
 //  - Sizes must describe memory truly: the library trusts its caller, but never a file.
 //  - Paths are in the encoding that the machine's own fopen takes.
-//  - No function throws.
+//  - No function throws: what lacks memory gives 0.
 #pragma once
 
 #include <stdint.h>
