@@ -22,7 +22,7 @@ TEST_F(CliTest, TellsWhatItIsAskedFor)
     folder.AddPng("Картинка.png", sprite);
     folder.AddGi("Спрайт.gi", sprite, 2, 2);
     folder.Put("Звук.wav", MakeTone(WavFormat, 22050, 1, 0.1));
-    folder.Put("Звук.mp3", MakeTone(Mp3Format, 44100, 2, 0.1));
+    folder.Put("Звук.mp3", MakeTone(Mp3Format, 44100, 2, 0.1) + std::string(9999, 'x'));
     folder.Put("Шрифт.aft", ReadTable("cli/font.txt", 1).at(0).Bytes(0));
     ExpectDone(u"export Шрифт.aft Буква.png --frame 1 --aft-color 12abEF"_qs);
     EXPECT_EQ(MakePicture(1, 2, 0xFF12ABEF).Pixels, ReadBack(u"Буква.png"_qs, "PNG").Pixels);
@@ -40,6 +40,7 @@ TEST_F(CliTest, TellsWhatItIsAskedFor)
         const Result run = Run(row.Text(0));
         EXPECT_EQ(0, run.status) << row.line;
         EXPECT_THAT(run.out, testing::StartsWith(row.Bytes(1)));
+        EXPECT_EQ("", run.errors) << "not what the decoder has to say of a sound with more behind it";
     }
     for (const TableRow &row : ReadTable("cli/descriptions.txt", 2)) {
         const Result run = Run(row.Text(0));
