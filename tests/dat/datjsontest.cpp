@@ -68,10 +68,17 @@ TEST(DatJson, WhatOthersWriteIsReadAndWhatIsWrongIsToldWithItsPlace)
     }
 }
 
-TEST(DatShownText, OnlyWhatTheUserChangedIsChanged)
+TEST(DatShownText, EachTextIsShownInALineAndComesBack)
 {
-    for (const TableRow &row : ReadTable("dat/edits.txt", 3))
-        EXPECT_EQ(row.Text(2), EditedText(row.Text(0), row.Text(1))) << row.line;
+    for (const TableRow &row : ReadTable("dat/shown.txt", 2)) {
+        EXPECT_EQ(row.Text(1), ShownText(row.Text(0))) << row.line;
+        EXPECT_EQ(row.Text(0), MeantText(row.Text(1))) << row.line;
+    }
+    for (const char16_t beside : {u'a', u'\t', u'⇥', u'\xDBC0', u'\xDC09'})
+        for (char16_t unit = 0xFFFF; unit > 0; --unit) {
+            const QString text = QChar(beside) + QString(QChar(unit)) + QChar(beside);
+            ASSERT_EQ(text, MeantText(ShownText(text))) << int(unit);
+        }
 }
 
 } // namespace
