@@ -183,6 +183,8 @@ TEST_F(CliTest, WhatIsRefusedOrFailsLeavesTheOutputAlone)
     folder.Put("обрывок", folder.Get("0").substr(0, 30));
     folder.Put("пусто", "");
     folder.Put("мусор.dat", "ZL01");
+    folder.Put("дерево", R"({"zl": true, "root": {"kind": "pairs", "children": [{"type": 1, "name": "\n)" +
+                             std::string(999, 'b') + "\"}]}}");
     folder.Put("обман.pkg", folder.Get("0"));
     PutArchive("а.pkg", "cli/archive.txt");
     folder.MakeFolder("папка");
@@ -193,7 +195,7 @@ TEST_F(CliTest, WhatIsRefusedOrFailsLeavesTheOutputAlone)
         for (const QString &out : {u"старый.png"_qs, u"новый.png"_qs})
             ExpectFails(row.Text(0).replace(u"OUT"_qs, out), row.Bytes(1));
     EXPECT_EQ("older", folder.Get("старый.png"));
-    EXPECT_EQ(11U, folder.EntryCount());
+    EXPECT_EQ(12U, folder.EntryCount());
     ExpectDone(u"export --all 0 старый.png --force"_qs);
     EXPECT_EQ(23, ReadBack(u"старый.png"_qs, "PNG").Height);
 }
