@@ -107,6 +107,23 @@ TEST(ValueBox, KeysAndPastesChangeWhatTheySayAndNothingElse)
     EXPECT_TRUE(value.endsWith(u"b\n"_s));
 }
 
+TEST_F(DatPage, OfAValueThatIsTooLongAPartIsShownAndClosingLeavesTheFocusHere)
+{
+    const QString value(100'001, u'a');
+    folder.Put("a.dat", TextOf(MadeDat(u"N1 v1:a="_s + value)));
+    Do(u"cmdDAT_Open"_s, u"%=@\\=@\\a.dat"_s);
+    EXPECT_FALSE(Find("lblDAT_Part")->isVisible());
+    Do(u"row 1"_s, {});
+    Do(u"type 7"_s, {});
+    EXPECT_TRUE(Find("lblDAT_Part")->isVisible());
+    EXPECT_EQ(u"Показано 100\u00A0000 из 100\u00A0001 знаков, только чтение"_s, Text("lblDAT_Part"));
+    EXPECT_EQ(value.chopped(1), Find<QPlainTextEdit>("txtText")->toPlainText());
+    Find("cmdDAT_Close")->setFocus();
+    Do(u"cmdDAT_Close"_s, {}); // and no question
+    EXPECT_EQ(Find("cmdDAT_Open"), window->focusWidget());
+    EXPECT_FALSE(Find("lblDAT_Part")->isVisible());
+}
+
 TEST_F(DatPage, ClosingWhileAFileIsReadEndsReading)
 {
     QTimer::singleShot(0, [this] {
