@@ -6,7 +6,7 @@ _workbench_cli()
     if [ "$COMP_CWORD" -eq 1 ]; then
         words="--help --version $("$program" --help 2>/dev/null | sed -n 's/^  \([a-z]\+\) .*/\1/p')"
     elif [[ $word == -* ]]; then
-        words=$("$program" "${COMP_WORDS[1]}" --help 2>/dev/null | grep -oE '^  +-[^<]*' | grep -oE -- '-+[a-z]+')
+        words=$("$program" "${COMP_WORDS[1]}" --help 2>/dev/null | grep -oE '^  +-[^<]*' | grep -oE -- '-+[a-z][a-z-]*')
     else
         return # files: the completion's default
     fi

@@ -7,7 +7,7 @@ run_packages=(g++ cmake ninja-build qt6-base-dev qt6-translations-l10n libxcb1-d
 test_packages=(libgtest-dev libgmock-dev xvfb xauth openbox xdotool x11-utils picom strace dpkg-dev file
   xdg-utils shared-mime-info desktop-file-utils libglib2.0-bin appstream man-db groff-base)
 fuzz_packages=(clang "libclang-rt-14-dev" libgtest-dev)
-bench_packages=(libbenchmark-dev libimagequant-dev libsimdjson-dev zip unzip)
+bench_packages=(libbenchmark-dev libimagequant-dev libsimdjson-dev zip unzip xvfb xauth openbox xdotool)
 
 case "${1:-}" in
   run) wanted=("${run_packages[@]}") ;;

@@ -1,5 +1,6 @@
 #include "anim/animcreatorpage.h"
 
+#include "common/paths.h"
 #include "common/text.h"
 #include "services/uitext.h"
 #include "widgets/dibimage.h"
@@ -13,11 +14,6 @@ namespace
 {
 
 constexpr int GenWidth = 102; // for both of its captions
-
-QString PngFilter()
-{
-    return UiText(TextPngFiles) + QStringLiteral(" (*.png)|*.png");
-}
 
 } // namespace
 
@@ -52,8 +48,9 @@ void AnimCreatorPage::ConnectControls()
                                       UiText(TextInformation));
         });
     });
-    connect(m_list, &FrameListPane::FilesDropped, this, &AnimCreatorPage::AddDropped);
-    Connect(m_list, m_project);
+    ConnectDrops(m_list, [this](const QStringList &paths) { AddDropped(paths); });
+    ConnectList(m_list, m_project);
+    ConnectOrder(m_list, m_project);
     connect(cmdAnimCR_Gen, &QPushButton::clicked, this, &AnimCreatorPage::Generate);
     connect(cmdAnimCR_Clean, &QPushButton::clicked, this, &AnimCreatorPage::Clean);
     connect(cmdAnimCR_SavePNG, &QPushButton::clicked, this, &AnimCreatorPage::Save);
@@ -62,17 +59,13 @@ void AnimCreatorPage::ConnectControls()
 
 bool AnimCreatorPage::AddFiles(const QStringList &paths)
 {
-    m_preview->StopPlaying();
-    bool areAllAdded = true;
-    RunJob(UiText(TextAddingFrames),
-           [&](const FrameStep &step) { areAllAdded = m_project.AddFiles(paths, step); });
-    return areAllAdded;
+    return RunAdding([&](const FrameStep &step) { return m_project.AddFiles(paths, step); });
 }
 
 void AnimCreatorPage::AddDropped(const QStringList &paths)
 {
-    const Command command(*this);
-    if (!AddFiles(paths))
+    // Files may arrive when the frames are shown already.
+    if (!m_project.IsGenerated() && !AddFiles(paths))
         m_dialogs.Information(tr("Некоторые файлы не были добавлены, т.к. они отлючатся размером от главного "
                                  "кадра \r\nили не принадлежат к формату PNG."),
                               UiText(TextInformation));
@@ -106,9 +99,24 @@ bool AnimCreatorPage::Save()
     if (!m_project.IsGenerated())
         return false;
     m_preview->StopPlaying();
-    return SaveTo(PngFilter(), UiText(TextSavingPng), [this](const QString &path, const FrameStep &step) {
-        return m_project.WritePngs(path, step);
-    });
+    return SaveTo(
+        PngFilter(), UiText(TextSavingPng),
+        [this](const QString &path, const FrameStep &step) { return m_project.WritePngs(path, step); },
+        [this](const QString &path) { return MayReplacePngs(path); });
+}
+
+// The dialog knows only the name without numbers.
+bool AnimCreatorPage::MayReplacePngs(const QString &path)
+{
+    const QStringList replaced = m_project.ReplacedPngs(path);
+    if (replaced.isEmpty())
+        return true;
+    const QString question = replaced.size() == 1
+                                 ? ReplaceQuestion(replaced.front())
+                                 : tr("Файл %1 и другие (всего: %2) уже существуют. Заменить?")
+                                       .arg(GetFileName(replaced.front()))
+                                       .arg(replaced.size());
+    return m_dialogs.Question(question, DefaultTitle);
 }
 
 void AnimCreatorPage::ToGai()
@@ -122,7 +130,7 @@ void AnimCreatorPage::ToGai()
 
 void AnimCreatorPage::Clean()
 {
-    if (MayClose())
+    if (MayLoseWork())
         Release();
 }
 

@@ -14,7 +14,6 @@ class AnimCreatorPage final : public FramePage
 public:
     AnimCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent);
 
-    void Abort() override { m_project.Stop(); }
     void Release() override;
 
     // Adds copies of the pictures that have the size of the first, each under its name, when no command runs.
@@ -26,6 +25,7 @@ Q_SIGNALS:
     void GaiEditorWanted(std::span<const FrameBuf> frames, const QStringList &names);
 
 protected:
+    void StopJob() override { m_project.Stop(); }
     // One picture alone gives no frames.
     bool HasUnsavedWork() const override
     {
@@ -43,6 +43,7 @@ private:
     void AddDropped(const QStringList &paths);
     void Clean();
     void Generate();
+    bool MayReplacePngs(const QString &path);
     void ToGai();
     void ShowUnshown();
 

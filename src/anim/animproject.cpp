@@ -1,5 +1,6 @@
 #include "anim/animproject.h"
 
+#include "common/files.h"
 #include "common/paths.h"
 #include "common/text.h"
 #include "gfx/graphicslibrary.h"
@@ -125,20 +126,30 @@ SaveEnd AnimProject::WritePngs(const QString &path, const FrameStep &step)
 {
     if (IsBusy() || !m_isGenerated)
         return SaveEnd::Failed;
-    bool areAllWritten = true;
+    m_unwritten = -1;
     const bool isComplete = m_job.Run(step, [&](const GoOn &goOn) {
         for (std::int32_t i = 0; i < m_list.Count(); ++i) {
-            areAllWritten &= WritePng(PngPath(path, i), m_frames[std::size_t(i)]);
+            if (!WritePng(PngPath(path, i), m_frames[std::size_t(i)]) && m_unwritten < 0)
+                m_unwritten = i;
             if (!goOn(i + 1, m_list.Count()))
                 return;
         }
     });
-    if (!areAllWritten)
+    if (m_unwritten >= 0)
         return SaveEnd::Failed;
     if (!isComplete)
         return SaveEnd::Stopped;
     m_list.SetModified(false);
     return SaveEnd::Saved;
+}
+
+QStringList AnimProject::ReplacedPngs(const QString &path) const
+{
+    QStringList paths;
+    for (std::int32_t i = 0; i < m_list.Count(); ++i)
+        if (const QString png = PngPath(path, i); FileExists(png))
+            paths << png;
+    return paths;
 }
 
 QString AnimProject::PngPath(const QString &path, std::int32_t frame)

@@ -77,6 +77,12 @@ public:
     // Writes the frames that are shown, each to its file, going on after one that can't be written.
     SaveEnd WritePngs(const QString &path, const FrameStep &step);
 
+    // The first frame that the last call, or the one that runs, could not write; -1: there is none.
+    std::int32_t Unwritten() const { return m_unwritten; }
+
+    // The files that WritePngs would replace.
+    QStringList ReplacedPngs(const QString &path) const;
+
     // The file of a frame: C:\out\fire.png gives C:\out\fire_007.png.
     static QString PngPath(const QString &path, std::int32_t frame);
 
@@ -89,6 +95,7 @@ private:
     std::vector<FrameBuf> m_frames;
     Unshown m_notShown;
     bool m_isGenerated = false;
+    std::int32_t m_unwritten = -1;
     FrameJob m_job;
 };
 

@@ -20,6 +20,15 @@ bool FrameJob::Run(const FrameStep &step, const std::function<void(const GoOn &)
     return !m_isStopping;
 }
 
+OpenEnd FrameJob::Open(const QString &path, const FrameStep &step,
+                       const std::function<void(ByteView file, const GoOn &)> &read)
+{
+    ByteArray file;
+    if (IsBusy() || ReadFileBytes(path, file) == 0)
+        return OpenEnd::Failed;
+    return Run(step, [&](const GoOn &goOn) { read(file, goOn); }) ? OpenEnd::Read : OpenEnd::Stopped;
+}
+
 SaveEnd FrameJob::Save(const QString &path, const FrameStep &step,
                        const std::function<ByteArray(const GoOn &)> &make)
 {

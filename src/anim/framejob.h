@@ -22,6 +22,9 @@ using GoOn = std::function<bool(std::int32_t done, std::int32_t all)>;
 // How saving ended. Only the first wrote anything.
 enum class SaveEnd { Saved, Stopped, TooLarge, Failed };
 
+// How opening ended. Only after the first there is something to keep.
+enum class OpenEnd { Read, Stopped, Failed };
+
 class FrameJob
 {
 public:
@@ -34,6 +37,10 @@ public:
     // Runs `work`, which calls what it is given after each item; each is told to `step`. Not while another
     // runs. False when the job was stopped.
     bool Run(const FrameStep &step, const std::function<void(const GoOn &)> &work);
+
+    // Hands the bytes of the file to `read`; fails before that when it has none, or when a job runs.
+    OpenEnd Open(const QString &path, const FrameStep &step,
+                 const std::function<void(ByteView file, const GoOn &)> &read);
 
     // Writes the file that `make` gives; one without bytes would be too large. Not while a job runs.
     SaveEnd Save(const QString &path, const FrameStep &step,

@@ -1,7 +1,9 @@
 #include "anim/framepage.h"
 
+#include "anim/animviewing.h"
 #include "common/paths.h"
 #include "gfx/pixels.h"
+#include "services/uitext.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -92,19 +94,42 @@ QPushButton *FramePage::NewButton(const char *name, const QString &caption, cons
     return button;
 }
 
+void FramePage::ConnectDrops(FrameListPane *list, const std::function<void(const QStringList &)> &add)
+{
+    connect(list, &FrameListPane::FilesDropped, this, [this, add](const QStringList &paths) {
+        if (IsBusy())
+            return;
+        const Command command(*this);
+        add(paths);
+    });
+}
+
 void FramePage::EndCommand()
 {
-    while (m_commands == 1 && !m_waiting.empty())
-        for (const auto &take : std::exchange(m_waiting, {}))
-            take();
+    while (m_commands == 1 && !m_waiting.empty()) {
+        const auto take = std::move(m_waiting.front());
+        m_waiting.erase(m_waiting.begin());
+        take();
+    }
     --m_commands;
     if (m_commands == 0)
         Q_EMIT Idle();
 }
 
-bool FramePage::MayClose()
+void FramePage::Abort()
+{
+    m_waiting.clear();
+    StopJob();
+}
+
+bool FramePage::MayLoseWork()
 {
     return !HasUnsavedWork() || AskToSave(m_dialogs, FileName(), [this] { return Save(); });
+}
+
+QString FramePage::PngFilter()
+{
+    return UiText(TextPngFiles) + QStringLiteral(" (*.png)|*.png");
 }
 
 QString FramePage::ProposedPath() const
@@ -115,7 +140,7 @@ QString FramePage::ProposedPath() const
 void FramePage::OpenFrom(const QString &filter, const QString &what, const Read &read)
 {
     const Command command(*this);
-    if (!MayClose())
+    if (!MayLoseWork())
         return;
     const QString path = m_dialogs.OpenFile(filter, ProposedPath());
     if (path.isEmpty())
@@ -130,11 +155,12 @@ void FramePage::OpenFrom(const QString &filter, const QString &what, const Read 
         ReportFileError(m_dialogs, FileError::AccessError);
 }
 
-bool FramePage::SaveTo(const QString &filter, const QString &what, const Write &write)
+bool FramePage::SaveTo(const QString &filter, const QString &what, const Write &write,
+                       const MayReplace &mayReplace)
 {
     const Command command(*this);
     const QString path = m_dialogs.SaveFile(filter, ProposedPath());
-    if (path.isEmpty())
+    if (path.isEmpty() || (mayReplace && !mayReplace(path)))
         return false;
     auto end = SaveEnd::Failed;
     RunJob(what, [&](const FrameStep &step) { end = write(path, step); });
@@ -156,10 +182,19 @@ void FramePage::AddFrom(const QString &filter, const std::function<void(const QS
     m_settings.OpenDir = GetFolder(paths.front());
 }
 
+bool FramePage::RunAdding(const std::function<bool(const FrameStep &)> &add)
+{
+    m_preview->StopPlaying();
+    bool areAllAdded = true;
+    RunJob(UiText(TextAddingFrames), [&](const FrameStep &step) { areAllAdded = add(step); });
+    return areAllAdded;
+}
+
 void FramePage::RunJob(const QString &what, const std::function<void(const FrameStep &)> &job)
 {
     const Command command(*this);
-    QWidget *focused = window()->focusWidget();
+    if (QWidget *focused = window()->focusWidget(); focused != nullptr && isAncestorOf(focused))
+        m_focused = focused;
     Pace pace;
     job([&](std::int32_t done, std::int32_t all) {
         if (!pace.IsDue(done, all))
@@ -172,27 +207,52 @@ void FramePage::RunJob(const QString &what, const std::function<void(const Frame
     });
     m_preview->ClearWork();
     ShowFrames();
-    if (focused != nullptr && isAncestorOf(focused))
-        focused->setFocus();
+    RestoreFocus();
 }
 
-void FramePage::TakeCopies(std::span<const std::int32_t> handles, const QString &what, const Add &add)
+// A window that closes keeps its pages disabled until it stays open after all.
+void FramePage::RestoreFocus()
 {
+    if (m_focused == nullptr || !isEnabled())
+        return;
+    if (isVisible())
+        m_focused->setFocus();
+    m_focused.clear();
+}
+
+void FramePage::changeEvent(QEvent *event)
+{
+    Page::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange && !IsBusy())
+        RestoreFocus();
+}
+
+void FramePage::TakeCopies(std::size_t count, const Copy &copy, const QString &what, const Add &add)
+{
+    MemoryBudget budget(0);
     std::vector<FrameBuf> frames;
-    for (const std::int32_t handle : handles)
-        frames.push_back(DibToFrameBuf(handle));
-    TakeCopies(std::move(frames), what, add);
-}
-
-void FramePage::TakeCopies(std::vector<FrameBuf> frames, const QString &what, const Add &add)
-{
-    auto take = [this, frames = std::move(frames), what, add]() mutable {
+    while (frames.size() < count) {
+        FrameBuf frame = copy(frames.size());
+        if (!budget.Take(FrameCost + std::int64_t(frame.Pixels.size())))
+            break;
+        frames.push_back(std::move(frame));
+    }
+    const auto leftOut = std::int32_t(count - frames.size());
+    auto take = [this, frames = std::move(frames), leftOut, what, add]() mutable {
+        const Command command(*this);
         RunJob(what, [&](const FrameStep &step) { add(std::move(frames), step); });
+        TellLeftOut(m_dialogs, leftOut);
     };
     if (IsBusy())
         m_waiting.emplace_back(std::move(take));
     else
         take();
+}
+
+void FramePage::TakeCopies(std::span<const std::int32_t> handles, const QString &what, const Add &add)
+{
+    TakeCopies(
+        handles.size(), [handles](std::size_t i) { return DibToFrameBuf(handles[i]); }, what, add);
 }
 
 } // namespace wb

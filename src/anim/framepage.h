@@ -11,6 +11,7 @@
 #include "widgets/frmres.h"
 #include "widgets/page.h"
 
+#include <QPointer>
 #include <QStringList>
 
 #include <cstdint>
@@ -36,7 +37,10 @@ public:
     bool IsBusy() const override { return m_commands > 0; }
 
     void Redraw() override;
-    bool MayClose() override;
+    bool MayClose() override { return MayLoseWork(); }
+
+    // Ends the job that runs; copies that wait are not added any more.
+    void Abort() override;
 
 protected:
     static constexpr int Gap = 12;
@@ -59,9 +63,15 @@ protected:
     Columns LayOut(FrameListPane *list, std::initializer_list<QPushButton *> left,
                    std::initializer_list<QPushButton *> right, const QString &tag);
 
-    // Lets the list and the preview move through the frames of a project, remove and move them.
-    template <typename Project>
-    void Connect(FrameListPane *list, Project &project);
+    // Let a list select and remove frames of a project, and with the preview move them and move through them.
+    // `which` is the name of the list where the project has several.
+    template <typename Project, typename... ListName>
+    void ConnectList(FrameListPane *list, Project &project, ListName... which);
+    template <typename Project, typename... ListName>
+    void ConnectOrder(FrameListPane *list, Project &project, ListName... which);
+
+    // Hands over files that are dropped on a list, but for those that arrive while a command runs.
+    void ConnectDrops(FrameListPane *list, const std::function<void(const QStringList &)> &add);
 
     // A command of the page, as long as it lives.
     class Command
@@ -78,6 +88,7 @@ protected:
 
     // --- What the page works on
 
+    virtual void StopJob() = 0;
     virtual bool HasUnsavedWork() const = 0;
     virtual QString FileName() const = 0; // without folder; empty before there is one
     virtual bool Save() = 0;              // asks for a file; false when nothing was saved
@@ -91,11 +102,22 @@ protected:
     // What reads or writes a file, as GaiProject does.
     using Read = std::function<std::optional<std::int32_t>(const QString &path, const FrameStep &step)>;
     using Write = std::function<SaveEnd(const QString &path, const FrameStep &step)>;
+    // Asks about what else than the file chosen is replaced.
+    using MayReplace = std::function<bool(const QString &path)>;
+
+    static QString PngFilter();
+
+    // Asks whether unsaved work may be lost, and saves it where that is wanted.
+    bool MayLoseWork();
 
     // Asks about unsaved work first.
     void OpenFrom(const QString &filter, const QString &what, const Read &read);
-    bool SaveTo(const QString &filter, const QString &what, const Write &write);
+    bool SaveTo(const QString &filter, const QString &what, const Write &write,
+                const MayReplace &mayReplace = {});
     void AddFrom(const QString &filter, const std::function<void(const QStringList &)> &add);
+
+    // Runs `add`, which adds files, as a job; gives what it gives.
+    bool RunAdding(const std::function<bool(const FrameStep &)> &add);
 
     // Runs what calls a step after each of its items and shows how far it is behind `what`. Events run
     // meanwhile.
@@ -103,41 +125,52 @@ protected:
 
     // --- Frames from elsewhere
 
-    // Copies pictures at once. Adding them is a job that runs now, or when the command that runs has ended.
+    // Copies so many pictures at once, one by one, and leaves out and tells of those that memory does not
+    // suffice for. Adding the copies is a job that runs now, or when the command that runs has ended.
+    using Copy = std::function<FrameBuf(std::size_t picture)>;
     using Add = std::function<void(std::vector<FrameBuf> frames, const FrameStep &step)>;
+    void TakeCopies(std::size_t count, const Copy &copy, const QString &what, const Add &add);
     void TakeCopies(std::span<const std::int32_t> handles, const QString &what, const Add &add);
-    void TakeCopies(std::vector<FrameBuf> frames, const QString &what, const Add &add);
 
     Settings &m_settings;
     Dialogs &m_dialogs;
     const frmRes &m_res;
     FramePreview *m_preview = nullptr; // from LayOut on
 
+    void changeEvent(QEvent *event) override;
+
 private:
     void EndCommand();
+    void RestoreFocus();
     QString ProposedPath() const;
 
+    QPointer<QWidget> m_focused;                  // before a job, until it can have the focus again
     int m_commands = 0;                           // that run, one inside another
     std::vector<std::function<void()>> m_waiting; // for their end
 };
 
-template <typename Project>
-void FramePage::Connect(FrameListPane *list, Project &project)
+template <typename Project, typename... ListName>
+void FramePage::ConnectList(FrameListPane *list, Project &project, ListName... which)
 {
-    connect(list, &FrameListPane::RemoveWanted, this, [this, &project] {
-        project.RemoveSelected();
+    connect(list, &FrameListPane::RemoveWanted, this, [this, &project, which...] {
+        project.RemoveSelected(which...);
         ShowFrames();
     });
+    connect(list, &FrameListPane::LineSelected, this, [this, &project, which...](int line) {
+        project.Select(which..., line);
+        ShowFrame();
+    });
+}
+
+template <typename Project, typename... ListName>
+void FramePage::ConnectOrder(FrameListPane *list, Project &project, ListName... which)
+{
     connect(list, &FrameListPane::MoveWanted, this, [this, &project](int distance) {
         project.MoveSelected(distance);
         ShowFrames();
     });
-    connect(list, &FrameListPane::LineSelected, this, [this, &project](int line) {
-        project.Select(line);
-        ShowFrame();
-    });
-    connect(m_preview, &FramePreview::FrameWanted, this, [this, &project](int frame) {
-        project.SetCurrent(frame);
+    connect(m_preview, &FramePreview::FrameWanted, this, [this, &project, which...](int frame) {
+        project.SetCurrent(which..., frame);
         ShowFrame();
     });
 }

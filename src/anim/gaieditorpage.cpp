@@ -167,8 +167,9 @@ void GaiEditorPage::ConnectControls()
         AddFrom(UiText(TextPngAndGiFiles) + QStringLiteral(" (*.png, *.gi)|*.png;*.gi"),
                 [this](const QStringList &paths) { AddFiles(paths); });
     });
-    connect(m_list, &FrameListPane::FilesDropped, this, &GaiEditorPage::AddDropped);
-    Connect(m_list, m_project);
+    ConnectDrops(m_list, [this](const QStringList &paths) { AddDropped(paths); });
+    ConnectList(m_list, m_project);
+    ConnectOrder(m_list, m_project);
     connect(cmdGAICR_OpenGAI, &QPushButton::clicked, this, &GaiEditorPage::Open);
     connect(cmdGAICR_Clean, &QPushButton::clicked, this, &GaiEditorPage::Clean);
     connect(cmdGAICR_Compile, &QPushButton::clicked, this, &GaiEditorPage::Check);
@@ -208,7 +209,7 @@ bool GaiEditorPage::Save()
 
 void GaiEditorPage::Clean()
 {
-    if (MayClose())
+    if (MayLoseWork())
         Release();
 }
 
@@ -220,18 +221,13 @@ void GaiEditorPage::Release()
 
 void GaiEditorPage::AddDropped(const QStringList &paths)
 {
-    const Command command(*this);
     if (!AddFiles(paths))
         m_dialogs.Information(UiText(TextSomeNotAdded), UiText(TextInformation));
 }
 
 bool GaiEditorPage::AddFiles(const QStringList &paths)
 {
-    m_preview->StopPlaying();
-    bool areAllAdded = true;
-    RunJob(UiText(TextAddingFrames),
-           [&](const FrameStep &step) { areAllAdded = m_project.AddFiles(paths, step); });
-    return areAllAdded;
+    return RunAdding([&](const FrameStep &step) { return m_project.AddFiles(paths, step); });
 }
 
 void GaiEditorPage::TakeFrames(std::span<const std::int32_t> handles, const QStringList &names)
@@ -244,13 +240,16 @@ void GaiEditorPage::TakeFrames(std::span<const std::int32_t> handles, const QStr
 
 void GaiEditorPage::TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names)
 {
-    TakeCopies({frames.begin(), frames.end()}, UiText(TextAddingFrames),
-               [this, names](std::vector<FrameBuf> copies, const FrameStep &step) {
-                   m_project.SetValue(GaiProject::Width, copies.front().Width);
-                   m_project.SetValue(GaiProject::Height, copies.front().Height);
-                   m_project.AddGis(std::move(copies), names, step);
-                   chkGAICR_HaveBg->setChecked(true);
-               });
+    TakeCopies(
+        frames.size(), [frames](std::size_t i) { return frames[i]; }, UiText(TextAddingFrames),
+        [this, names](std::vector<FrameBuf> copies, const FrameStep &step) {
+            if (copies.empty())
+                return;
+            m_project.SetValue(GaiProject::Width, copies.front().Width);
+            m_project.SetValue(GaiProject::Height, copies.front().Height);
+            m_project.AddGis(std::move(copies), names, step);
+            chkGAICR_HaveBg->setChecked(true);
+        });
 }
 
 void GaiEditorPage::ShowFrames()

@@ -24,7 +24,6 @@ class GaiEditorPage final : public FramePage
 public:
     GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &log, const frmRes &res, QWidget *parent);
 
-    void Abort() override { m_project.Stop(); }
     void Release() override;
 
     // Adds copies of pictures, each under its name, when no command runs.
@@ -34,6 +33,7 @@ public:
     void TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names);
 
 protected:
+    void StopJob() override { m_project.Stop(); }
     bool HasUnsavedWork() const override { return m_project.HasUnsavedWork(); }
     QString FileName() const override { return m_project.FileName(); }
     bool Save() override;

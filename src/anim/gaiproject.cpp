@@ -1,7 +1,6 @@
 #include "anim/gaiproject.h"
 
 #include "anim/gaireader.h"
-#include "common/files.h"
 #include "common/paths.h"
 #include "common/text.h"
 #include "gfx/pixels.h"
@@ -34,8 +33,12 @@ void ClassifyRead(FrameBuf &frame)
 
 void GaiProject::Clean()
 {
-    if (IsBusy())
-        return;
+    if (!IsBusy())
+        Empty();
+}
+
+void GaiProject::Empty()
+{
     m_list.Clear();
     m_box = NoBox;
     m_lastFrame = NoFrame;
@@ -43,15 +46,18 @@ void GaiProject::Clean()
 
 std::optional<std::int32_t> GaiProject::Open(const QString &path, const FrameStep &step)
 {
-    if (IsBusy())
+    GaiContents contents;
+    const OpenEnd end = m_job.Open(path, step, [&](ByteView file, const GoOn &goOn) {
+        Empty();
+        m_fileName.clear();
+        contents = {{}, m_box.StartX, m_box.StartY, m_box.Width, m_box.Height, m_options.Background};
+        ReadGaiProject(file, contents, goOn);
+    });
+    if (end == OpenEnd::Failed)
         return std::nullopt;
+    if (end == OpenEnd::Stopped)
+        return 0;
     m_fileName = GetFileName(path);
-    ByteArray file;
-    if (ReadFileBytes(path, file) == 0)
-        return std::nullopt;
-    Clean();
-    GaiContents contents = {{}, m_box.StartX, m_box.StartY, m_box.Width, m_box.Height, m_options.Background};
-    m_job.Run(step, [&](const GoOn &goOn) { ReadGaiProject(file, contents, goOn); });
     m_box = {contents.StartX, contents.StartY, contents.Width, contents.Height};
     m_options.Background = contents.Background == 1;
     for (FrameBuf &frame : contents.Frames) {

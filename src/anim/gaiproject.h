@@ -28,7 +28,7 @@ public:
     const QString &FileName() const { return m_fileName; } // of the GAI last opened or saved, without folder
     bool IsBusy() const { return m_job.IsBusy(); }
 
-    // Ends the job that runs: what was read or added stays, Save writes nothing.
+    // Ends the job that runs: what was added stays, Open leaves nothing, Save writes nothing.
     void Stop() { m_job.Stop(); }
 
     // There are frames, and something has changed since they were opened or saved.
@@ -45,7 +45,8 @@ public:
     // Replaces all by the animation; by nothing when the file is no GAI. Every frame can be saved again: as
     // the type it has, also an opaque one of the types 1 to 4, or, of a type above 4, as the one that its
     // transparency gives an added picture. Gives the number of frames that
-    // memory did not suffice for; nothing, with only the name taken over, when the file can't be read.
+    // memory did not suffice for; nothing, with all as it was, when the file can't be read. Stopped, it
+    // leaves no frames and no name, so that no part of a file is saved in its place.
     std::optional<std::int32_t> Open(const QString &path, const FrameStep &step);
 
     // The name is taken over whatever the end.
@@ -106,6 +107,7 @@ public:
     void CopyTypeToAll();
 
 private:
+    void Empty();
     void Change(Field field, std::int32_t value);
     bool Append(FrameBuf frame, const QString &name);
     FrameBuf AtStart(FrameBuf picture) const;

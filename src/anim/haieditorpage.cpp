@@ -1,5 +1,7 @@
 #include "anim/haieditorpage.h"
 
+#include "anim/haiframe.h"
+#include "gfx/pixels.h"
 #include "services/uitext.h"
 #include "widgets/colour.h"
 #include "widgets/dibimage.h"
@@ -57,19 +59,10 @@ FrameListPane *HaiEditorPage::NewList(HaiProject::ListName list, const FrameList
 {
     auto *pane = new FrameListPane(names, m_res, this);
     connect(pane, &FrameListPane::AddWanted, this, [this, list] {
-        AddFrom(UiText(TextPngFiles) + QStringLiteral(" (*.png)|*.png"),
-                [this, list](const QStringList &paths) { AddFiles(list, paths); });
+        AddFrom(PngFilter(), [this, list](const QStringList &paths) { AddFiles(list, paths); });
     });
-    connect(pane, &FrameListPane::FilesDropped, this,
-            [this, list](const QStringList &paths) { AddFiles(list, paths); });
-    connect(pane, &FrameListPane::RemoveWanted, this, [this, list] {
-        m_project.RemoveSelected(list);
-        ShowFrames();
-    });
-    connect(pane, &FrameListPane::LineSelected, this, [this, list](int line) {
-        m_project.Select(list, line);
-        ShowFrame();
-    });
+    ConnectDrops(pane, [this, list](const QStringList &paths) { AddFiles(list, paths); });
+    ConnectList(pane, m_project, list);
     for (const QAbstractButton *button : pane->findChildren<QAbstractButton *>())
         connect(button, &QAbstractButton::clicked, pane, &FrameListPane::FocusList);
     return pane;
@@ -119,7 +112,8 @@ QWidget *HaiEditorPage::MakeStore()
     auto *clean = NewButton("cmdHAICR_Clean2", tr("Очистить"), tr("Убрать все кадры рабочего списка"));
     pane->AddButton(clean);
     connect(clean, &QPushButton::clicked, this, [this, pane] {
-        m_project.Clean(HaiProject::Store);
+        if (MayLoseStore())
+            m_project.Clean(HaiProject::Store);
         ShowFrames();
         pane->FocusList();
     });
@@ -138,14 +132,7 @@ QWidget *HaiEditorPage::MakeStore()
 void HaiEditorPage::ConnectControls()
 {
     FrameListPane *list = m_lists[HaiProject::Animation];
-    connect(list, &FrameListPane::MoveWanted, this, [this](int distance) {
-        m_project.MoveSelected(distance);
-        ShowFrames();
-    });
-    connect(m_preview, &FramePreview::FrameWanted, this, [this](int frame) {
-        m_project.SetCurrent(HaiProject::Animation, frame);
-        ShowFrame();
-    });
+    ConnectOrder(list, m_project, HaiProject::Animation);
     connect(cmdHAICR_OpenHAI, &QPushButton::clicked, this, &HaiEditorPage::Open);
     connect(cmdHAICR_Clean, &QPushButton::clicked, this, &HaiEditorPage::Clean);
     connect(cmdHAICR_SaveHAI, &QPushButton::clicked, this, &HaiEditorPage::Save);
@@ -161,14 +148,21 @@ void HaiEditorPage::Open()
 
 bool HaiEditorPage::Save()
 {
+    const Command command(*this);
+    const std::int32_t otherSized = m_project.OtherSized();
+    if (otherSized != 0 &&
+        !m_dialogs.Warning(tr("Кадров другого размера, чем 128 x 128: %1. В файле они будут обрезаны или "
+                              "дополнены. Продолжить?")
+                               .arg(otherSized),
+                           UiText(TextErrors)))
+        return false;
     return SaveTo(HaiFilter(), tr("Запись фреймов: "),
                   [this](const QString &path, const FrameStep &step) { return m_project.Save(path, step); });
 }
 
 void HaiEditorPage::AddFiles(HaiProject::ListName list, const QStringList &paths)
 {
-    m_preview->StopPlaying();
-    RunJob(UiText(TextAddingFrames), [&](const FrameStep &step) { m_project.AddFiles(list, paths, step); });
+    RunAdding([&](const FrameStep &step) { return m_project.AddFiles(list, paths, step); });
 }
 
 void HaiEditorPage::CopyAll(HaiProject::ListName from)
@@ -178,15 +172,29 @@ void HaiEditorPage::CopyAll(HaiProject::ListName from)
 
 void HaiEditorPage::TakeFrames(std::span<const std::int32_t> handles, const QStringList &names)
 {
-    TakeCopies(handles, UiText(TextAddingFrames),
-               [this, names](std::vector<FrameBuf> frames, const FrameStep &step) {
-                   m_project.AddFrames(HaiProject::Animation, std::move(frames), names, step);
-               });
+    // Brought to their size at once, large ones take little memory until their colours are reduced.
+    TakeCopies(
+        handles.size(), [handles](std::size_t i) { return ScaledToHai(DibToFrameBuf(handles[i])); },
+        UiText(TextAddingFrames),
+        [this, names](std::vector<FrameBuf> frames, const FrameStep &step) {
+            m_project.AddFrames(HaiProject::Animation, std::move(frames), names, step);
+        });
+}
+
+bool HaiEditorPage::MayClose()
+{
+    return MayLoseWork() && MayLoseStore();
+}
+
+bool HaiEditorPage::MayLoseStore()
+{
+    return m_project.List(HaiProject::Store).IsEmpty() ||
+           m_dialogs.Question(tr("Кадры рабочего списка не сохраняются. Очистить его?"), tr("Вопрос"));
 }
 
 void HaiEditorPage::Clean()
 {
-    if (!MayClose())
+    if (!MayLoseWork())
         return;
     m_project.Clean(HaiProject::Animation);
     ShowFrames();

@@ -20,13 +20,14 @@ public:
     HaiEditorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent);
 
     void Redraw() override;
-    void Abort() override { m_project.Stop(); }
+    bool MayClose() override;
     void Release() override;
 
     // Adds copies of pictures to the animation, each under its name, when no command runs.
     void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
 
 protected:
+    void StopJob() override { m_project.Stop(); }
     bool HasUnsavedWork() const override { return m_project.HasUnsavedWork(); }
     QString FileName() const override { return m_project.FileName(); }
     bool Save() override;
@@ -45,6 +46,9 @@ private:
     void AddFiles(HaiProject::ListName list, const QStringList &paths);
     void CopyAll(HaiProject::ListName from);
     void Clean();
+
+    // Asks before the frames of the second list are lost, which no command saves.
+    bool MayLoseStore();
 
     HaiProject m_project;
     std::array<FrameListPane *, 2> m_lists;

@@ -4,7 +4,7 @@
 #include "gfx/graphicslibrary.h"
 #include "gfx/pixels.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace wb
 {
@@ -13,13 +13,6 @@ namespace
 {
 
 constexpr std::int32_t Side = HaiSide;
-
-void ScaleToSide(ByteArray &target, const FrameBuf &picture)
-{
-    target.resize(HaiPixelBytes * 4);
-    Graphics().VTGF_Rescale(target.data(), &Side, &Side, picture.Pixels.data(), &picture.Width,
-                            &picture.Height);
-}
 
 } // namespace
 
@@ -30,21 +23,32 @@ bool IsIndexed(const FrameBuf &picture)
            std::int64_t(picture.Palette.size()) == picture.PaletteSize;
 }
 
-FrameBuf MakeHaiFrame(const FrameBuf &picture)
+FrameBuf ScaledToHai(FrameBuf picture)
 {
     if (!HoldsPicture(picture))
         return {};
-    ByteArray scaled;
-    const bool isOfSize = picture.Width == Side && picture.Height == Side;
-    if (!isOfSize)
-        ScaleToSide(scaled, picture);
+    if (picture.Width == Side && picture.Height == Side)
+        return picture;
+    FrameBuf scaled;
+    scaled.Width = scaled.Height = Side;
+    scaled.Pixels.resize(HaiPixelBytes * 4);
+    Graphics().VTGF_Rescale(scaled.Pixels.data(), &Side, &Side, picture.Pixels.data(), &picture.Width,
+                            &picture.Height);
+    return scaled;
+}
+
+FrameBuf MakeHaiFrame(FrameBuf picture)
+{
+    const FrameBuf scaled = ScaledToHai(std::move(picture));
     FrameBuf frame;
+    if (scaled.Pixels.empty())
+        return frame;
     frame.Width = frame.Height = Side;
     frame.PaletteSize = HaiPaletteBytes;
     frame.Pixels.resize(HaiPixelBytes);
     frame.Palette.resize(HaiPaletteBytes);
-    Graphics().VTGF_RGBAtoIndexed8(frame.Pixels.data(), frame.Palette.data(),
-                                   (isOfSize ? picture.Pixels : scaled).data(), &Side, &Side);
+    Graphics().VTGF_RGBAtoIndexed8(frame.Pixels.data(), frame.Palette.data(), scaled.Pixels.data(), &Side,
+                                   &Side);
     return frame;
 }
 

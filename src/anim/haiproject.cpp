@@ -1,12 +1,14 @@
 #include "anim/haiproject.h"
 
+#include "anim/haiformat.h"
 #include "anim/haiframe.h"
 #include "anim/haireader.h"
 #include "anim/haiwriter.h"
-#include "common/files.h"
 #include "common/paths.h"
 #include "common/text.h"
 #include "gi/picturefile.h"
+
+#include <algorithm>
 
 namespace wb
 {
@@ -28,22 +30,30 @@ void HaiProject::Clean(ListName list)
 
 std::optional<std::int32_t> HaiProject::Open(const QString &path, const FrameStep &step)
 {
-    if (IsBusy())
-        return std::nullopt;
-    m_fileName = GetFileName(path);
-    ByteArray file;
-    if (ReadFileBytes(path, file) == 0)
-        return std::nullopt;
+    FrameList &list = m_lists[Animation];
     std::vector<FrameBuf> frames;
     std::int32_t count = 0;
-    const bool isWhole =
-        m_job.Run(step, [&](const GoOn &goOn) { count = ReadHaiProject(file, frames, goOn); });
-    FrameList &list = m_lists[Animation];
-    list.Clear();
+    const OpenEnd end = m_job.Open(path, step, [&](ByteView file, const GoOn &goOn) {
+        list.Clear();
+        m_fileName.clear();
+        count = ReadHaiProject(file, frames, goOn);
+    });
+    if (end == OpenEnd::Failed)
+        return std::nullopt;
+    if (end == OpenEnd::Stopped)
+        return 0;
+    m_fileName = GetFileName(path);
     for (FrameBuf &frame : frames)
         list.Add(std::move(frame), m_fileName + QStringLiteral(" (%1)").arg(ZeroPad(list.Count(), 3)));
     list.SetModified(false);
-    return isWhole ? count - list.Count() : 0;
+    return count - list.Count();
+}
+
+std::int32_t HaiProject::OtherSized() const
+{
+    return std::int32_t(std::ranges::count_if(m_lists[Animation].Frames(), [](const FrameBuf &frame) {
+        return frame.Width != HaiSide || frame.Height != HaiSide;
+    }));
 }
 
 SaveEnd HaiProject::Save(const QString &path, const FrameStep &step)
@@ -62,7 +72,7 @@ SaveEnd HaiProject::Save(const QString &path, const FrameStep &step)
 bool HaiProject::Append(ListName list, FrameBuf frame, const QString &name)
 {
     if (!IsIndexed(frame))
-        frame = MakeHaiFrame(frame);
+        frame = MakeHaiFrame(std::move(frame));
     const bool isFrame = IsIndexed(frame);
     if (isFrame)
         m_lists[list].Add(std::move(frame), name);

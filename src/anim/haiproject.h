@@ -24,7 +24,7 @@ public:
     const QString &FileName() const { return m_fileName; } // of the HAI last opened or saved, without folder
     bool IsBusy() const { return m_job.IsBusy(); }
 
-    // Ends the job that runs: it keeps what it has got, but Save writes nothing.
+    // Ends the job that runs: what was added stays, Open leaves nothing, Save writes nothing.
     void Stop() { m_job.Stop(); }
 
     // The animation has frames, and something has changed in it since they were opened or saved.
@@ -42,8 +42,13 @@ public:
     void Clean(ListName list);
 
     // Replaces the animation, by nothing when the file holds no frames. Gives the number of frames that
-    // memory did not suffice for; nothing, with only the name taken over, when the file can't be read.
+    // memory did not suffice for; nothing, with all as it was, when the file can't be read. Stopped, it
+    // leaves no frames and no name, so that no part of a file is saved in its place.
     std::optional<std::int32_t> Open(const QString &path, const FrameStep &step);
+
+    // The frames of the animation that are not 128 x 128, as an opened one may have: a file holds their top
+    // left corner, or has nothing beside them.
+    std::int32_t OtherSized() const;
 
     // The name is taken over whatever the end.
     SaveEnd Save(const QString &path, const FrameStep &step);

@@ -222,6 +222,8 @@ void frmMain::PageShown(int page)
         return;
     m_currentPage = page;
     PageAt(m_currentPage)->Redraw();
+    if (page == ViewerIndex)
+        m_viewer->FocusList(); // the stack has given the focus to what is first on the page
 }
 
 void frmMain::KeepAssociations()
@@ -333,6 +335,8 @@ bool frmMain::IsBusy() const
 void frmMain::AbortJobs()
 {
     m_isClosing = true;
+    if (focusWidget() != nullptr)
+        m_focused = focusWidget();
     m_abort.Set();
     m_pageButtons->setEnabled(false); // nothing new begins
     m_halves->setEnabled(false);
@@ -346,6 +350,9 @@ void frmMain::StayOpen()
     m_mayClose = {};
     m_pageButtons->setEnabled(true);
     m_halves->setEnabled(true);
+    if (focusWidget() == nullptr && m_focused != nullptr)
+        m_focused->setFocus();
+    m_focused.clear();
 }
 
 void frmMain::CloseWhenIdle()

@@ -12,6 +12,7 @@
 #include "widgets/frmlog.h"
 #include "widgets/frmres.h"
 
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
@@ -82,6 +83,7 @@ private:
     bool m_active = true;
     bool m_isClosing = false;                 // a page is still busy
     std::array<bool, PageCount> m_mayClose{}; // pages that were asked
+    QPointer<QWidget> m_focused;              // when they were disabled for closing
     bool m_isShutDown = false;
     int m_currentPage = 0; // the page last shown among those that are drawn anew
 

@@ -22,8 +22,9 @@ namespace
 
 constexpr int SettlingTime = 300; // ms
 
-// Of the page that shows only what is opened with it.
-const QString OpenButton = QStringLiteral("cmdDAT_Open");
+// By which pages get what the viewer has opened; the DAT editor opens files itself. Null for the others.
+constexpr const char *TakingButtons[wb::frmMain::PageCount] = {
+    nullptr, "cmdCopyGICR", "cmdCopyGAICRAll", "cmdCopyHAICRAll", "cmdCopyAnimCRAll", "cmdDAT_Open"};
 
 // Nobody is there to answer a box.
 class PrintedDialogs : public wb::Dialogs
@@ -84,10 +85,9 @@ bool TakeScreenshot(const Order &order, PrintedDialogs &dialogs)
         window.OpenCommandLine(asked.folder, asked.name);
         dialogs.opened = wb::PathIn(asked.folder, asked.name);
     }
+    if (const char *button = TakingButtons[order.page]; button != nullptr && !order.file.isEmpty())
+        window.findChild<QAbstractButton *>(QLatin1String(button))->click();
     window.ShowPage(order.page);
-    if (auto *open = window.findChild<QAbstractButton *>(OpenButton);
-        open->isVisible() && !order.file.isEmpty())
-        open->click();
     // Not QApplication's own loop, whose end closes the window.
     QEventLoop settling;
     QTimer::singleShot(SettlingTime, &settling, &QEventLoop::quit);

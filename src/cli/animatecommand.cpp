@@ -30,14 +30,18 @@ bool IsGai(const QString &target)
     return GetExtension(FromArgument(target)).toLower() == QStringLiteral("gai");
 }
 
+QString PngTarget(const QString &target, std::int32_t frame)
+{
+    return Beside(target, GetFileName(AnimProject::PngPath(FromArgument(target), frame)));
+}
+
 // Which frames are to be written is known by the number of pictures.
 bool MayWriteAll(const QCommandLineParser &parser, const QString &target, qsizetype count)
 {
     if (IsGai(target))
         return MayWrite(parser, target);
     for (qsizetype i = 0; i < count; ++i)
-        if (!MayWrite(parser,
-                      Beside(target, GetFileName(AnimProject::PngPath(FromArgument(target), int(i))))))
+        if (!MayWrite(parser, PngTarget(target, std::int32_t(i))))
             return false;
     return true;
 }
@@ -48,6 +52,16 @@ SaveEnd WriteGaiFile(const AnimProject &project, const QString &path, const Fram
     gai.AddGis({project.Frames().begin(), project.Frames().end()}, {}, [](int, int) {});
     gai.SetOptions({.Background = true});
     return gai.Save(path, step);
+}
+
+// Ends at the first file that can't be written, so that those after it stay as they are.
+SaveEnd WritePngFiles(AnimProject &project, const QString &path, const FrameStep &step)
+{
+    return project.WritePngs(path, [&](std::int32_t done, std::int32_t all) {
+        step(done, all);
+        if (project.Unwritten() >= 0)
+            project.Stop();
+    });
 }
 
 void TellUnshown(const AnimProject::Unshown &unshown)
@@ -79,11 +93,12 @@ int Run(const QCommandLineParser &parser)
     const FrameStep writing = progress.Stage(2, QStringLiteral("writing"));
     const QString path = FromArgument(target);
     const SaveEnd end =
-        IsGai(target) ? WriteGaiFile(project, path, writing) : project.WritePngs(path, writing);
+        IsGai(target) ? WriteGaiFile(project, path, writing) : WritePngFiles(project, path, writing);
     progress.Clear();
     if (end == SaveEnd::Saved)
         TellUnshown(project.NotShown());
-    return StatusOf(end, target);
+    const std::int32_t unwritten = project.Unwritten();
+    return StatusOf(end, unwritten < 0 ? target : PngTarget(target, unwritten));
 }
 
 } // namespace

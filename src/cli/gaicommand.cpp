@@ -2,7 +2,6 @@
 #include "cli/command.h"
 #include "cli/frameprogress.h"
 #include "cli/pictureargument.h"
-#include "common/files.h"
 #include "gi/picturefile.h"
 
 #include <QStringList>
@@ -104,32 +103,21 @@ bool FramesFit(const GaiBox &box, std::span<const FrameBuf> frames)
 int Write(const QCommandLineParser &parser, const GaiJob &job)
 {
     FrameProgress progress(parser, job.target, 2);
-    const FrameStep reading = progress.Stage(0, QStringLiteral("reading"));
-    const FrameStep writing = progress.Stage(1, QStringLiteral("writing"));
     std::vector<FrameBuf> frames;
-    for (const QString &source : job.sources) {
-        const QString problem = ReadFrame(job, source, frames.emplace_back());
-        if (!problem.isEmpty()) {
-            progress.Clear();
-            return Fail(source, problem);
-        }
-        reading(std::int32_t(frames.size()), std::int32_t(job.sources.size()));
-    }
+    const bool areRead = ReadSources(job.sources, progress, [&](const QString &source) {
+        return ReadFrame(job, source, frames.emplace_back());
+    });
     progress.Clear();
+    if (!areRead)
+        return Failed;
     const GaiBox box = BoxOf(job, frames.front());
     if (!parser.isSet(QStringLiteral("force")) && !FramesFit(box, frames))
         return Fail(job.target, QStringLiteral("has frames that do not fit; --force writes it"));
-    const ByteArray bytes =
-        WriteGai(box, frames, job.writing, [&writing](std::int32_t done, std::int32_t all) {
-            writing(done, all);
-            return true;
-        });
+    const SaveEnd end =
+        FrameJob().Save(FromArgument(job.target), progress.Stage(1, QStringLiteral("writing")),
+                        [&](const GoOn &goOn) { return WriteGai(box, frames, job.writing, goOn); });
     progress.Clear();
-    if (bytes.empty())
-        return Fail(job.target, QStringLiteral("would be too large"));
-    if (!WriteFileBytes(FromArgument(job.target), bytes))
-        return Fail(job.target, QStringLiteral("can't be written"));
-    return Done;
+    return StatusOf(end, job.target);
 }
 
 int Run(const QCommandLineParser &parser)

@@ -16,15 +16,13 @@ QString TypeProblem(const FrameBuf &picture, int type)
                : QStringLiteral("its transparency does not allow type %1").arg(type);
 }
 
-bool ReadPngs(const QStringList &sources, FrameProgress &progress,
-              const std::function<QString(FrameBuf)> &take)
+bool ReadSources(const QStringList &sources, FrameProgress &progress,
+                 const std::function<QString(const QString &source)> &read)
 {
     const FrameStep show = progress.Stage(0, QStringLiteral("reading"));
     std::int32_t done = 0;
     for (const QString &source : sources) {
-        FrameBuf picture = ReadPng(FromArgument(source));
-        const QString problem =
-            HoldsPicture(picture) ? take(std::move(picture)) : QStringLiteral("is no PNG that can be read");
+        const QString problem = read(source);
         if (!problem.isEmpty()) {
             progress.Clear();
             Fail(source, problem);
@@ -33,6 +31,16 @@ bool ReadPngs(const QStringList &sources, FrameProgress &progress,
         show(++done, std::int32_t(sources.size()));
     }
     return true;
+}
+
+bool ReadPngs(const QStringList &sources, FrameProgress &progress,
+              const std::function<QString(FrameBuf)> &take)
+{
+    return ReadSources(sources, progress, [&](const QString &source) {
+        FrameBuf picture = ReadPng(FromArgument(source));
+        return HoldsPicture(picture) ? take(std::move(picture))
+                                     : QStringLiteral("is no PNG that can be read");
+    });
 }
 
 int StatusOf(SaveEnd end, const QString &target)

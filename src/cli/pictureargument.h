@@ -22,9 +22,12 @@ inline constexpr int LastGiType = 4; // of those that can be written
 // Why the picture can't be written as that type; empty when it can.
 QString TypeProblem(const FrameBuf &picture, int type);
 
-// Reads PNG files as they are named on the command line, in the first stage of the progress, and hands each
-// to `take`, which gives what is wrong with it, if anything. Says so for the first that is refused or is no
-// PNG, and gives false.
+// Hands the files named on the command line to `read`, which gives what is wrong with one, if anything, in
+// the first stage of the progress. Says so for the first that is refused, and gives false.
+bool ReadSources(const QStringList &sources, FrameProgress &progress,
+                 const std::function<QString(const QString &source)> &read);
+
+// The same for PNG files. What is no PNG is refused, others are handed over to `take`.
 bool ReadPngs(const QStringList &sources, FrameProgress &progress,
               const std::function<QString(FrameBuf)> &take);
 

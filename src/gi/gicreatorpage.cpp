@@ -162,8 +162,10 @@ void GiCreatorPage::AddStart(GiProject::Axis axis, const QString &letter, QHBoxL
     row->addWidget(new QLabel(letter, m_placeFrame));
     row->addSpacing(6);
     row->addWidget(field, 1);
-    connect(field, &NumberField::Edited, this,
-            [this, axis](std::int32_t value) { m_project.SetStart(axis, value); });
+    connect(field, &NumberField::Edited, this, [this, axis, field](std::int32_t value) {
+        m_project.SetStart(axis, value);
+        field->SetValue(m_project.Start(axis));
+    });
     connect(field, &NumberField::UpWanted, this, [this, axis] { ChangeStart(axis, &GiProject::StepUp); });
     connect(field, &NumberField::DownWanted, this, [this, axis] { ChangeStart(axis, &GiProject::StepDown); });
 }

@@ -65,8 +65,7 @@ bool GiProject::OpenGi(const QString &path)
 
 void GiProject::SetStart(Axis axis, std::int64_t value)
 {
-    m_start[axis] =
-        std::int32_t(std::clamp<std::int64_t>(value, m_start[axis] < 0 ? -MaxStart : 0, MaxStart));
+    m_start[axis] = std::int32_t(std::clamp<std::int64_t>(value, 0, MaxStart));
 }
 
 void GiProject::StepUp(Axis axis)

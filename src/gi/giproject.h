@@ -47,8 +47,7 @@ public:
 
     // --- What is chosen
 
-    // A number from 0 to MaxStart; only an opened GI can lie elsewhere. What is set beyond is brought inside,
-    // but a negative one may become any down to -MaxStart.
+    // A number from 0 to MaxStart; only an opened GI can lie elsewhere. What is set beyond is brought inside.
     std::int32_t Start(Axis axis) const { return m_start[axis]; }
     void SetStart(Axis axis, std::int64_t value);
 

@@ -171,7 +171,10 @@ TEST_F(ProjectsTest, NothingElseChangesThemDuringAJob)
             step = heard;
             Do(QLatin1String(what));
         }
-    EXPECT_EQ(u"0 a.hai (000) / 0 0.png 1.png 2.png 0.png 0.png"_s, State(true));
+    EXPECT_EQ(u"-1 / 0 0.png 1.png 2.png 0.png 0.png"_s, State(true));
+    EXPECT_EQ(QString(), hai.FileName());
+    step = quiet;
+    Do(u"copyall 1"_s);
     EXPECT_TRUE(leftOut == 0 && SaveEnd::Stopped == hai.Save(folder.Path(u"b.hai"_s), meddle));
     EXPECT_EQ("", folder.Get("b.hai"));
     for (const char *what : {"take - 0.png 1.png", "build", "back", "build", "write"})
@@ -180,7 +183,7 @@ TEST_F(ProjectsTest, NothingElseChangesThemDuringAJob)
             Do(QLatin1String(what));
         }
     EXPECT_EQ(u"built 37 x 23 0 0.png 0.png 1.png"_s, State(false));
-    EXPECT_EQ(u"1/3 1/4 1/4 1/4 1/1 1/2 1/2 1/2 1/3 "_s, told);
+    EXPECT_EQ(u"1/3 1/4 1/4 1/4 1/5 1/2 1/2 1/2 1/3 "_s, told);
 }
 
 } // namespace

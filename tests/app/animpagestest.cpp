@@ -58,6 +58,10 @@ TEST_F(HaiEditor, KeepsIndexedFramesAsTheyAre)
     EXPECT_TRUE(file == folder.Get("b.hai"));
     for (const std::size_t frame : {1, 2})
         EXPECT_TRUE(file.substr(52, 17408) == file.substr(52 + frame * 17408, 17408));
+    folder.Put("64.hai", std::string(file).replace(4, 1, "@").replace(8, 1, "@"));
+    Do(u"cmdHAICR_OpenHAI"_s, filter + u"@\\b.hai=@\\64.hai"_s);
+    Do(u"cmdHAICR_SaveHAI"_s, u"Кадров другого размера, чем 128 x 128: 3. В файле они будут обрезаны или "
+                              "дополнены. Продолжить?=Ошибки="_s);
     const FrameSet document = OpenDocumentFile(folder.Path(u"a.hai"_s));
     EXPECT_EQ(128, DibToFrameBuf(document.Pictures.at(2)).Width);
 }
@@ -76,12 +80,33 @@ TEST_F(HaiEditor, TakesFramesOfTheViewerAndStopsWhenTheWindowCloses)
     QTimer::singleShot(0, [&] {
         EXPECT_THAT(State(), testing::EndsWith("Добавление фреймов: 1 / 1000"));
         EXPECT_THAT(State(), testing::StartsWith("- ---- --- - ---- --- "));
+        window->ShowPage(0);
+        Click("cmdCopyHAICRAll"); // waits
         Click("cmdClose");
     });
     dialogs.answers.push_back({u"Новый файл был изменен. Сохранить изменения?"_s, u"Вопрос"_s, u"no"_s});
     Click("cmdCopyHAICRAll");
     EXPECT_LT(Find<ListBox>("lstHAICR_List")->ListCount(), 100);
     EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
+}
+
+TEST_F(HaiEditor, HasTheFocusAgainWhenClosingIsCancelled)
+{
+    for (const int page : {3, 0}) { // the one in view
+        QWidget *focused = page == 3 ? Find("lstHAICR_List") : List();
+        window->ShowPage(3);
+        Find("lstHAICR_List")->setFocus();
+        QTimer::singleShot(0, [&] {
+            QTimer::singleShot(0, [&] {
+                window->ShowPage(page);
+                focused->setFocus();
+                Click("cmdClose");
+            });
+        });
+        Do(u"drop 1.png 2.png"_s, u"Новый файл был изменен. Сохранить изменения?=Вопрос="_s);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return dialogs.answers.empty(); }));
+        EXPECT_EQ(focused, window->focusWidget());
+    }
 }
 
 class AnimCreator : public EditorTest
@@ -98,6 +123,7 @@ protected:
         for (std::size_t i = 0; i < sources.size(); ++i)
             folder.AddPng("s" + std::to_string(i) + ".png", sources[i]);
         folder.AddPng("hole.png", MakePicture(64, 48, 0));
+        folder.Put("old_001.png", "old");
         folder.AddGi("out.GI", sources[0], 0, 0);
         EditorTest::SetUp();
     }
@@ -116,6 +142,7 @@ TEST_F(AnimCreator, OffersShowsAndAsks)
     }
     for (const char *written : {"fire_000.png", "fire_001.png", "fire_002.png"})
         EXPECT_FALSE(folder.Get(written).empty()) << written;
+    EXPECT_EQ("old", folder.Get("old_000.png") + folder.Get("old_001.png"));
     EXPECT_FALSE(window->isVisible());
 }
 
@@ -134,6 +161,7 @@ TEST_F(AnimCreator, GivesTheGaiEditorWhatPlaysBackAsThePictures)
     List()->setFocus();
     Key('m');
     EXPECT_EQ("o oooo oo-- o >boom_000 boom_001 boom_002 Кадры: 1 / 3 64 x 48", State());
+    Drop({u"noise.gi"_s}, Find<ListBox>("lstAnimCR_List")->viewport()); // arrives when it builds
     Click("cmdAnimCR_Gen");
     Click("cmdAnimCR_AddGAI");
     EXPECT_TRUE(Find("picPage(2)")->isVisible() && Find<QAbstractButton>("chkGAICR_HaveBg")->isChecked());

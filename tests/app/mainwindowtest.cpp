@@ -38,6 +38,7 @@ TEST_F(MainWindow, EachButtonShowsItsPage)
             EXPECT_EQ(page == shown, Find(qPrintable(QStringLiteral("picPage(%1)").arg(page)))->isVisible())
                 << page;
     }
+    EXPECT_EQ(List(), window->focusWidget());
 }
 
 TEST_F(MainWindow, KeepsItsSmallestSize)

@@ -1,5 +1,10 @@
 // Somebody who clicks, types, drops files and closes the window without looking, also while jobs run.
+#include "anim/gaiwriter.h"
+#include "anim/haiwriter.h"
+#include "support/madedat.h"
+#include "support/madepkg.h"
 #include "support/madesound.h"
+#include "support/table.h"
 #include "support/windowtest.h"
 
 #include <QApplication>
@@ -97,6 +102,15 @@ protected:
         for (const int type : {0, 2, 4})
             folder.AddGi(std::to_string(type) + ".gi", MakeSprite(2), type, 2);
         folder.Put("tone.wav", MakeTone(WavFormat, 8000, 1, 0.1));
+        folder.Put("tone.mp3", MakeTone(Mp3Format, 44100, 2, 0.1));
+        folder.Put("font.aft", ReadTable("cli/font.txt", 1).at(0).Bytes(0));
+        folder.Put("data.dat", TextOf(MadeDat(QStringLiteral("N2 v1,2:a=b b3,4:c P1 1:d=e"))));
+        FrameBuf frame = MakeSprite(2);
+        frame.GiType = frame.TransType = 2;
+        const std::vector<FrameBuf> frames(20, frame);
+        folder.Put("frames.gai", TextOf(WriteGai({0, 0, 40, 30}, frames, {.Packed = true})));
+        folder.Put("frames.hai", TextOf(WriteHai(std::vector<FrameBuf>(5))));
+        folder.Put("archive.pkg", MakePkg({{}, {{QStringLiteral("inside.gi"), folder.Get("2.gi"), true}}}));
         folder.MakeFolder("inner");
         folder.Put("inner/large.bin", std::string(300000, 'l'));
         for (const auto &file : std::filesystem::directory_iterator(folder.Native()))

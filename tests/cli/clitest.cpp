@@ -188,6 +188,7 @@ TEST_F(CliTest, WhatIsRefusedOrFailsLeavesTheOutputAlone)
     folder.Put("обман.pkg", folder.Get("0"));
     PutArchive("а.pkg", "cli/archive.txt");
     folder.MakeFolder("папка");
+    folder.MakeFolder("кадры_000.png");
     folder.Put("старый.png", "older");
     folder.Put("Новый_001.png", "older");
     folder.AddPng("малый", MakePicture(37, 22, 0xFF000000));

@@ -57,7 +57,7 @@ printf 'gi\0\0' > "$HOME/имя \$1.GI"
 
 (cd "$build" && "$cpack" -G DEB -B "$place/deb") >"$place/cpack.log" 2>&1 || fail "$(cat "$place/cpack.log")"
 package=$(echo "$place"/deb/*.deb)
-for library in libqt6widgets6 libpng16-16 libdeflate0; do
+for library in libqt6widgets6 libpng16-16 libdeflate0 libsndfile1 libsdl2-2.0-0; do
   dpkg-deb -f "$package" Depends | grep -q "$library" || fail "does not depend on $library"
 done
 dpkg() { # the libraries are those of this machine
@@ -76,7 +76,10 @@ done
 cli=$root/usr/bin/workbench-cli
 expect version "workbench-cli $(dpkg-deb -f "$package" Version)" "$("$cli" --version)"
 "$cli" info "$place/none.gi" 2>"$place/err" && fail "a missing file is told of"
-grep -q "can't be read" "$place/err" || fail "the modules are not found: $(cat "$place/err")"
+grep -q "can't be read" "$place/err" || fail "the graphics library is not found: $(cat "$place/err")"
+printf 'RIFF    WAVE' >"$place/none.wav"
+"$cli" info "$place/none.wav" 2>"$place/err" && fail "a sound without samples is told of"
+grep -q "of no kind" "$place/err" || fail "the sound library is not found: $(cat "$place/err")"
 # shellcheck disable=SC1090
 . "$share/bash-completion/completions/workbench-cli"
 complete_words() {
@@ -86,7 +89,7 @@ complete_words() {
   echo "${COMPREPLY[*]}"
 }
 expect "completed command" unpack "$(complete_words un)"
-expect "completed option" --packed "$(complete_words gai --pa)"
+expect "completed options" "--all --alt-gai" "$(complete_words export --al)"
 
 # The program opens the user's files when that is chosen, as the desktop's own tools see it.
 run_with GI=True PKG=True
