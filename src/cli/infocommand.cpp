@@ -204,14 +204,14 @@ int Run(const QCommandLineParser &parser)
     InputFile file;
     if (file.Open(ToNativePath(path)) != FileError::None || file.Size() == 0)
         return Fail(argument, QStringLiteral("can't be read or is empty"));
-    // Loading it takes longer than most commands do, so only this one does, for what may be a sound.
-    const bool isSound = !IsPkgPath(path) && DetectFileType(path) == FileType::Sound;
-    if (isSound && !LoadSoundLibrary(QCoreApplication::applicationDirPath()))
-        return Fail(QLatin1String(SoundLibraryFile), QStringLiteral("not found"));
     TerminalProgress bar(IsQuiet(parser));
     QJsonObject description = IsPkgPath(path) ? DescribeArchive(path) : DescribeDat(path, bar);
     FrameSet document;
     if (description.isEmpty() && !IsPkgPath(path)) {
+        // Loading it takes longer than most commands do, so only this one does, for what may be a sound.
+        const bool isSound = DetectFileType(path) == FileType::Sound;
+        if (isSound && !LoadSoundLibrary(QCoreApplication::applicationDirPath()))
+            return Fail(QLatin1String(SoundLibraryFile), QStringLiteral("not found"));
         document = OpenDocument(path, isSound, bar);
         description = DescribeDocument(path, document);
     }

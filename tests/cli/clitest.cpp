@@ -184,6 +184,8 @@ TEST_F(CliTest, WhatIsRefusedOrFailsLeavesTheOutputAlone)
     folder.Put("обрывок", folder.Get("0").substr(0, 30));
     folder.Put("пусто", "");
     folder.Put("мусор.dat", "ZL01");
+    folder.Put("дерево", R"({"zl": true, "root": {"kind": "pairs", "children": [{"type": 1, "name": "\n)" +
+                             std::string(999, 'b') + "\"}]}}");
     folder.Put("обман.pkg", folder.Get("0"));
     PutArchive("а.pkg", "cli/archive.txt");
     folder.MakeFolder("папка");
