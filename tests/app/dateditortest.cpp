@@ -88,10 +88,10 @@ TEST(ValueBox, KeysAndPastesChangeWhatTheySayAndNothingElse)
     ValueBox box(u"txtText"_s, nullptr);
     QString value;
     QObject::connect(&box, &ValueBox::Edited, [&value](const QString &edited) { value = edited; });
-    const auto press = [&box](QStringView letters) { // with Ctrl; others alone
-        for (const QChar letter : letters)
-            letter.isUpper() ? QTest::keyClick(&box, Qt::Key(letter.unicode()), Qt::ControlModifier)
-                             : QTest::keyClick(&box, letter == u'-' ? Qt::Key_Delete : Qt::Key_End);
+    const auto press = [&box](QStringView keys) { // with Ctrl; "-" is Delete
+        for (const QChar key : keys)
+            key == u'-' ? QTest::keyClick(&box, Qt::Key_Delete)
+                        : QTest::keyClick(&box, Qt::Key(key.unicode()), Qt::ControlModifier);
     };
     for (const TableRow &row : ReadTable("app/valuebox.txt", 4)) {
         QGuiApplication::clipboard()->setText(row.Text(1));
@@ -103,8 +103,7 @@ TEST(ValueBox, KeysAndPastesChangeWhatTheySayAndNothingElse)
     QGuiApplication::clipboard()->setText(QString(ValueBox::LongestEdited, u'b'));
     box.SetValue(u"\n"_s);
     press(u"V");
-    EXPECT_EQ(ValueBox::LongestEdited, value.size());
-    EXPECT_TRUE(value.endsWith(u"b\n"_s));
+    EXPECT_EQ(QString(ValueBox::LongestEdited - 1, u'b') + u'\n', value);
 }
 
 TEST_F(DatPage, OfAValueThatIsTooLongAPartIsShownAndClosingLeavesTheFocusHere)
@@ -112,13 +111,11 @@ TEST_F(DatPage, OfAValueThatIsTooLongAPartIsShownAndClosingLeavesTheFocusHere)
     const QString value(100'001, u'a');
     folder.Put("a.dat", TextOf(MadeDat(u"N1 v1:a="_s + value)));
     Do(u"cmdDAT_Open"_s, u"%=@\\=@\\a.dat"_s);
-    EXPECT_FALSE(Find("lblDAT_Part")->isVisible());
     Do(u"row 1"_s, {});
     Do(u"type 7"_s, {});
     EXPECT_TRUE(Find("lblDAT_Part")->isVisible());
     EXPECT_EQ(u"Показано 100\u00A0000 из 100\u00A0001 знаков, только чтение"_s, Text("lblDAT_Part"));
     EXPECT_EQ(value.chopped(1), Find<QPlainTextEdit>("txtText")->toPlainText());
-    Find("cmdDAT_Close")->setFocus();
     Do(u"cmdDAT_Close"_s, {}); // and no question
     EXPECT_EQ(Find("cmdDAT_Open"), window->focusWidget());
     EXPECT_FALSE(Find("lblDAT_Part")->isVisible());

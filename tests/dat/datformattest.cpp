@@ -58,41 +58,6 @@ TEST(DatFormat, WhatIsNoWholeDocumentIsInvalid)
     }
 }
 
-// Hears every step, and ends reading at one of them.
-class Steps : public Progress
-{
-public:
-    void ProgressStart(std::int32_t, const QString &) override {}
-    void ProgressStep(std::int32_t, const QString &) override
-    {
-        if (++count == last)
-            abort.Set();
-    }
-    void ProgressWait() override {}
-    void ProgressClear() override {}
-    int count = 0;
-    int last = 0;
-    AbortFlag abort;
-};
-
-TEST(DatFormat, ReadingEndsWithinABlockWhenItIsAbortedOrTakesTooMuch)
-{
-    constexpr std::int32_t pairs = 1'000'000;
-    const ByteArray small = MadeDat(u"P%1 1:="_s.arg(pairs));
-    ByteArray bytes(small.begin(), small.begin() + 5);
-    bytes.resize(std::size_t(5 + pairs * 5), 0);
-    DatTree tree = DatParse(bytes);
-    tree.IsZL = true;
-    for (const ByteArray &file : {bytes, DatSerialize(tree)})
-        for (const auto &[last, limit] : {std::pair{0, 0}, {3, 0}, {0, 4'900'000}, {0, 30'000'000}}) {
-            Steps steps;
-            steps.last = last;
-            const DatTree read = DatParse(file, {.Bar = &steps, .Abort = &steps.abort, .MemoryLimit = limit});
-            EXPECT_EQ(last + limit == 0 ? pairs + 1 : 0, read.Count()) << last << ' ' << limit;
-            EXPECT_EQ(last > 0, steps.count == 3) << steps.count << ' ' << limit;
-        }
-}
-
 TEST(DatFormat, OnlyTheLastTextMayBeCutOff)
 {
     const ByteArray bytes = MadeDat(u"N2 v1:a=b b2:Deep N2 v3:c=d b4:e P1 1:name=value"_s);
