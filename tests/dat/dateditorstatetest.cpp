@@ -63,7 +63,7 @@ TEST(DatReading, EndsWithinABlockWhenItIsAbortedOrTakesTooMuch)
             Meddling progress;
             AbortFlag abort;
             int steps = 0;
-            progress.action = [&] { ++steps == last ? abort.Set() : void(); };
+            progress.action = [&, end = last] { ++steps == end ? abort.Set() : void(); };
             const DatTree read = DatParse(file, {.Bar = &progress, .Abort = &abort, .MemoryLimit = limit});
             EXPECT_EQ(last + limit == 0 ? 1'000'001 : 0, read.Count()) << last << ' ' << limit;
             EXPECT_EQ(last > 0, steps == 3) << steps << ' ' << limit;
