@@ -2,6 +2,7 @@
 // them, until they are aborted or memory ends.
 #pragma once
 
+#include "common/memorybudget.h"
 #include "common/progress.h"
 #include "gfx/frameset.h"
 #include "services/abortflag.h"
@@ -21,20 +22,6 @@ struct AnimViewing {
 
 // What a frame takes beside its pixels, in bytes: its record, its name, and its lines in lists.
 inline constexpr std::int64_t FrameCost = 512;
-
-// The memory that the frames of an animation may still take.
-class MemoryBudget
-{
-public:
-    explicit MemoryBudget(std::int64_t limit); // as AnimViewing has it
-
-    void LimitTo(std::int64_t bytes);
-    bool Holds(std::int64_t bytes) const { return bytes <= m_left; }
-    bool Take(std::int64_t bytes); // false, with nothing taken, when it does not hold them
-
-private:
-    std::int64_t m_left;
-};
 
 // Makes a document of `count` frames; an empty one of none. `readFrame` puts the picture of the frame into
 // the document, or gives false when memory does not hold it, which ends reading as an abort does: the

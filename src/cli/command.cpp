@@ -17,19 +17,35 @@ namespace
 
 const QString QuietOption = QStringLiteral("quiet");
 const QString JsonOption = QStringLiteral("json");
+constexpr qsizetype LongestPart = 1000; // of an error line
+
+QString WithoutControls(QString text)
+{
+    for (QChar &character : text)
+        if (character.category() == QChar::Other_Control)
+            character = u'?';
+    return text;
+}
+
+// What a file brings into an error line may be of any length; its end tells as much as its start.
+QString Shortened(const QString &text)
+{
+    constexpr qsizetype half = LongestPart / 2;
+    return WithoutControls(text.size() <= LongestPart ? text : text.first(half) + u'…' + text.last(half));
+}
 
 } // namespace
 
 int Fail(const QString &path, const QString &reason)
 {
-    std::fprintf(stderr, "workbench-cli: %s: %s\n", QFile::encodeName(path).constData(),
-                 reason.toUtf8().constData());
+    std::fprintf(stderr, "workbench-cli: %s: %s\n", QFile::encodeName(Shortened(path)).constData(),
+                 Shortened(reason).toUtf8().constData());
     return Failed;
 }
 
 int Misuse(const QString &reason)
 {
-    std::fprintf(stderr, "workbench-cli: %s\n", reason.toUtf8().constData());
+    std::fprintf(stderr, "workbench-cli: %s\n", Shortened(reason).toUtf8().constData());
     return WrongUsage;
 }
 
@@ -38,12 +54,9 @@ void Print(const QString &text)
     std::fputs(text.toUtf8().constData(), stdout);
 }
 
-void PrintLine(QString text)
+void PrintLine(const QString &text)
 {
-    for (QChar &character : text)
-        if (character.category() == QChar::Other_Control)
-            character = u'?';
-    Print(text + u'\n');
+    Print(WithoutControls(text) + u'\n');
 }
 
 void DeclareJson(QCommandLineParser &parser)

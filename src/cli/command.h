@@ -33,14 +33,15 @@ extern const Command HaiCommand;
 extern const Command AnimateCommand;
 extern const Command DatCommand;
 
-// One line on standard error, and the status of a failed command.
+// One line on standard error, and the status of a failed command. A control character shows as "?", and what
+// is very long is shortened in its middle.
 int Fail(const QString &path, const QString &reason);
 // The same for a command that was not called as it should be.
 int Misuse(const QString &reason);
 
 void Print(const QString &text);
 // One line that stays one: a control character in it, as a hostile file name may have, shows as "?".
-void PrintLine(QString text);
+void PrintLine(const QString &text);
 
 // The option by which a command prints one JSON document instead of text.
 void DeclareJson(QCommandLineParser &parser);

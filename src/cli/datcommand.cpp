@@ -19,8 +19,9 @@ void Declare(QCommandLineParser &parser)
     parser.addOption({CompressedOption, QStringLiteral("Import: compress, whatever the JSON says.")});
     parser.addOption({PlainOption, QStringLiteral("Import: do not compress, whatever the JSON says.")});
     DeclareForce(parser);
-    parser.addPositionalArgument(QStringLiteral("export|import"),
-                                 QStringLiteral("DAT as JSON, or JSON as DAT."));
+    parser.addPositionalArgument(QStringLiteral("ACTION"),
+                                 QStringLiteral("Export a DAT as JSON, or import JSON as a DAT."),
+                                 QStringLiteral("export|import"));
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The file to read."));
     parser.addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("The file to write."));
 }
@@ -33,8 +34,11 @@ int WriteOut(const QString &target, const ByteArray &bytes)
 
 int Export(const QString &source, const QString &target, bool isQuiet)
 {
+    ByteArray bytes;
+    if (ReadFileBytes(FromArgument(source), bytes) == 0)
+        return Fail(source, QStringLiteral("can't be read or is empty"));
     TerminalProgress bar(isQuiet);
-    const DatTree tree = DatLoadFile(FromArgument(source), {.Bar = &bar});
+    const DatTree tree = DatParse(std::move(bytes), {.Bar = &bar});
     if (tree.Count() == 0)
         return Fail(source, QStringLiteral("is no DAT that can be read"));
     return WriteOut(target, DatToJson(tree));

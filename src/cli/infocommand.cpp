@@ -8,6 +8,7 @@
 #include "gfx/graphicslibrary.h"
 #include "gi/giformat.h"
 #include "platform/nativepath.h"
+#include "platform/terminal.h"
 #include "sound/soundlibrary.h"
 #include "viewer/documentloader.h"
 #include "viewer/filetype.h"
@@ -18,6 +19,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <optional>
 
 namespace wb::cli
 {
@@ -187,6 +189,14 @@ int FailLeftOut(const QString &argument, const FrameSet &document)
                 QStringLiteral("has more frames than memory holds; %1 are left out").arg(document.LeftOut));
 }
 
+FrameSet OpenDocument(const QString &path, bool isSound, Progress &bar)
+{
+    std::optional<StandardErrorDropped> dropped; // a decoder remarks there on sounds that are not quite right
+    if (isSound)
+        dropped.emplace();
+    return OpenDocumentFile(path, {.Bar = &bar});
+}
+
 int Run(const QCommandLineParser &parser)
 {
     const QString argument = parser.positionalArguments().front();
@@ -194,15 +204,15 @@ int Run(const QCommandLineParser &parser)
     InputFile file;
     if (file.Open(ToNativePath(path)) != FileError::None || file.Size() == 0)
         return Fail(argument, QStringLiteral("can't be read or is empty"));
-    // Loading it takes longer than most commands do, so only this one does, for what may be a sound.
-    if (!IsPkgPath(path) && DetectFileType(path) == FileType::Sound &&
-        !LoadSoundLibrary(QCoreApplication::applicationDirPath()))
-        return Fail(QLatin1String(SoundLibraryFile), QStringLiteral("not found"));
     TerminalProgress bar(IsQuiet(parser));
     QJsonObject description = IsPkgPath(path) ? DescribeArchive(path) : DescribeDat(path, bar);
     FrameSet document;
     if (description.isEmpty() && !IsPkgPath(path)) {
-        document = OpenDocumentFile(path, {.Bar = &bar});
+        // Loading it takes longer than most commands do, so only this one does, for what may be a sound.
+        const bool isSound = DetectFileType(path) == FileType::Sound;
+        if (isSound && !LoadSoundLibrary(QCoreApplication::applicationDirPath()))
+            return Fail(QLatin1String(SoundLibraryFile), QStringLiteral("not found"));
+        document = OpenDocument(path, isSound, bar);
         description = DescribeDocument(path, document);
     }
     if (description.isEmpty())

@@ -18,6 +18,7 @@ namespace
 
 constexpr char EscapeLetters[] = "\"\\/bfnrt";
 constexpr char EscapedUnits[] = "\"\\/\b\f\n\r\t";
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 // The value of four hexadecimal digits, -1 for anything else.
 int UnitOf(ByteView digits)
@@ -30,7 +31,7 @@ int UnitOf(ByteView digits)
 
 bool IsSame(ByteView bytes, std::string_view text)
 {
-    return std::equal(bytes.begin(), bytes.end(), text.begin(), text.end());
+    return std::string_view{reinterpret_cast<const char *>(bytes.data()), bytes.size()} == text;
 }
 
 void AppendUnit(ByteArray &json, char16_t unit)
@@ -51,6 +52,7 @@ public:
     // Values come one after another; what is open is kept in a list of its own, not on the stack.
     bool Read()
     {
+        TakeWord(ByteOrderMark);
         if (!ReadValue())
             return false;
         while (!m_open.empty()) {
@@ -223,10 +225,14 @@ std::optional<int> JsonText::Member(int index, QLatin1StringView key) const
 {
     if (TypeOf(index) != Object)
         return std::nullopt;
-    for (int member = index + 1; member < End(index); member = End(member + 1))
-        if (IsSame(Bytes(member), {key.data(), std::size_t(key.size())}))
-            return member + 1;
-    return std::nullopt;
+    std::optional<int> found;
+    for (int member = index + 1; member < End(index); member = End(member + 1)) {
+        const ByteView bytes = Bytes(member);
+        const bool isEscaped = std::ranges::find(bytes, '\\') != bytes.end();
+        if (isEscaped ? Text(member) == key : IsSame(bytes, {key.data(), std::size_t(key.size())}))
+            found = member + 1;
+    }
+    return found;
 }
 
 std::optional<std::int32_t> JsonText::Long(int index) const

@@ -21,7 +21,8 @@ class JsonText
 public:
     enum Type : std::uint8_t { Null, False, True, Number, String, Array, Object };
 
-    // Takes the text apart, which must stay where it is. Nothing when it is no JSON.
+    // Takes the text apart, which must stay where it is. A byte order mark in front of it is passed over.
+    // Nothing when it is no JSON.
     static std::optional<JsonText> Read(ByteView text);
 
     // The value `index`; 0 is the whole.
@@ -30,7 +31,8 @@ public:
     // The index behind the value and all that it holds: that of the next one beside it, if there is one.
     int End(int index) const { return int(m_values[std::size_t(index)].end); }
 
-    // The value of an object's key; nothing when it has none, or when `index` is no object.
+    // The value of an object's key, the last one when it is there again; nothing when it has none, or when
+    // `index` is no object.
     std::optional<int> Member(int index, QLatin1StringView key) const;
 
     // The value of a number that is whole and of 32 bits.

@@ -7,6 +7,7 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -23,7 +24,8 @@ DatEditorPage::DatEditorPage(DatEditor &editor, QWidget *parent)
       cmdDAT_SaveAs(NewButton("cmdDAT_SaveAs", tr("Сохранить как…"), tr("Записать под другим именем"))),
       cmdDAT_Save(NewButton("cmdDAT_Save", tr("Сохранить"), tr("Записать файл, который открыт"))),
       lblDAT_Path(new ElidedLabel(QStringLiteral("lblDAT_Path"), this)),
-      txtText(new ValueBox(QStringLiteral("txtText"), this)), lblDAT_Work(new QLabel(this))
+      txtText(new ValueBox(QStringLiteral("txtText"), this)), lblDAT_Part(new QLabel(this)),
+      lblDAT_Work(new QLabel(this))
 {
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 12, 12, 10);
@@ -71,8 +73,10 @@ QWidget *DatEditorPage::MakeValue()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
     column->addWidget(txtText, 1);
+    column->addWidget(lblDAT_Part);
     column->addWidget(lblDAT_Path);
     txtText->setAccessibleName(tr("Значение"));
+    lblDAT_Part->setObjectName(QStringLiteral("lblDAT_Part"));
     lblDAT_Path->setProperty("quiet", true);
     return frame;
 }
@@ -95,7 +99,7 @@ void DatEditorPage::ShowState()
 {
     const DatEditorState &state = m_editor.State();
     const bool isFree = !m_editor.IsBusy();
-    if (!isFree)
+    if (m_focused == nullptr)
         m_focused = window()->focusWidget();
     cmdDAT_Open->setEnabled(isFree);
     for (QWidget *control :
@@ -109,19 +113,24 @@ void DatEditorPage::ShowState()
                          (state.Modified() ? QStringLiteral(" *") : QString()));
 }
 
-// The control that had the focus, and was disabled meanwhile, gets it back.
+// The control that had the focus, and was disabled meanwhile, gets it back; "Open" for one that stays so.
 void DatEditorPage::GiveFocusBack()
 {
     QWidget *focused = m_focused;
     if (focused != nullptr && isAncestorOf(focused))
-        focused->setFocus();
+        (focused->isEnabled() ? focused : cmdDAT_Open)->setFocus();
     m_focused = nullptr;
 }
 
 void DatEditorPage::ShowValue()
 {
     const DatEditorState &state = m_editor.State();
-    txtText->SetValue(state.Value());
+    const QString value = state.Value();
+    txtText->SetValue(value);
+    const QLocale russian(QLocale::Russian);
+    lblDAT_Part->setText(tr("Показано %1 из %2 знаков, только чтение")
+                             .arg(russian.toString(ValueBox::LongestEdited), russian.toString(value.size())));
+    lblDAT_Part->setVisible(value.size() > ValueBox::LongestEdited);
     txtText->setPlaceholderText(state.DocOpen() ? tr("Выберите значение в списке слева.")
                                                 : tr("Откройте файл DAT."));
     txtText->setEnabled(!m_editor.IsBusy() && state.ValueSelected());

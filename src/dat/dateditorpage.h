@@ -46,6 +46,7 @@ private:
     QPushButton *cmdDAT_Save;
     ElidedLabel *lblDAT_Path;
     ValueBox *txtText;
+    QLabel *lblDAT_Part;
     QLabel *lblDAT_Work;
     QPointer<QWidget> m_focused; // when work began
 };

@@ -107,8 +107,6 @@ public:
             ++level.number;
             if (!(level.isNodes ? ReadNode(child) : ReadPair(child)))
                 return false;
-            if (m_bytes.size() > LongestFile)
-                return Fail(u"more than a file can hold"_s);
         }
         return true;
     }
@@ -140,7 +138,8 @@ private:
         return member && m_json.TypeOf(*member) == type ? member : std::nullopt;
     }
 
-    // A text of the child; nothing, with a problem told, when it is not there or can't be written.
+    // A text of the child; nothing, with a problem told, when it is not there or can't be written. What a
+    // child has besides its texts never goes beyond what an array of bytes holds.
     std::optional<QString> Text(int child, QLatin1StringView key, const QString &name = {})
     {
         const auto member = Member(child, key, JsonText::String);
@@ -149,6 +148,10 @@ private:
             return std::nullopt;
         }
         QString text = m_json.Text(*member);
+        if (m_bytes.size() + 2 * std::size_t(text.size()) > LongestFile) {
+            Fail(u"more than a file can hold"_s);
+            return std::nullopt;
+        }
         if (text.contains(u'\0')) {
             Fail(u"its %1 holds a zero character, which ends a text"_s.arg(key), name);
             return std::nullopt;

@@ -1,4 +1,5 @@
-// Finds the blocks of a DAT by their paths.
+// Finds the blocks of a DAT by their paths, for who knows no more of one than path and Id. The editor knows
+// its blocks by their places in the tree, which tell blocks of one path and Id apart, and goes without.
 #pragma once
 
 #include "dat/dattree.h"

@@ -3,11 +3,13 @@
 #include "archive/zlblock.h"
 #include "common/bytes.h"
 #include "common/files.h"
+#include "common/memorybudget.h"
 
 #include <QtEndian>
 
 #include <algorithm>
 #include <bit>
+#include <new>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -51,35 +53,33 @@ class BlockReader
 {
 public:
     BlockReader(ByteView bytes, std::int64_t position, DatNodes &items, const DatWork &work)
-        : m_bytes(bytes), m_position(position), m_items(items), m_work(work)
+        : m_bytes(bytes), m_position(position), m_items(items), m_work(work), m_budget(work.MemoryLimit)
     {
     }
 
     std::int64_t Position() const { return m_position; }
 
-    // Reads one child after another, whatever depth it lies at: the depth is the file's to choose.
+    // Reads one child after another, whatever depth it lies at: the depth is the file's to choose. While a
+    // block is open, its End counts the children that are left.
     bool Read()
     {
+        if (!m_budget.Take(sizeof(DatNode)))
+            return false;
         m_items.Append();
         if (!OpenBlock(0))
             return false;
-        while (!m_open.empty()) {
-            if (m_open.back().left == 0) {
-                if (!CloseBlock())
-                    return false;
-            } else if (!ReadChild()) {
+        while (m_block >= 0) {
+            if (m_items[m_block].End == 0)
+                CloseBlock();
+            else if (!ReadChild())
                 return false;
-            }
+            if ((m_position >= m_nextStep || m_block < 0) && !Step())
+                return false;
         }
         return true;
     }
 
 private:
-    struct Open {
-        std::int32_t item;
-        std::int32_t left; // children
-    };
-
     std::int64_t Remaining() const { return std::int64_t(m_bytes.size()) - m_position; }
     std::uint8_t Byte() { return m_bytes[std::size_t(m_position++)]; }
     std::int32_t Long()
@@ -108,16 +108,20 @@ private:
         node.Kind = DatKind(kind);
         node.Count = count;
         node.OpensBlock = true;
-        m_open.push_back({item, count});
+        node.End = count;
+        m_block = item;
         return true;
     }
 
-    bool CloseBlock()
+    void CloseBlock()
     {
-        m_items[m_open.back().item].End = m_items.Count();
-        m_open.pop_back();
-        if (m_position < m_nextStep && !m_open.empty())
-            return true;
+        DatNode &block = m_items[m_block];
+        block.End = m_items.Count();
+        m_block = block.Parent;
+    }
+
+    bool Step()
+    {
         m_nextStep = m_position + StepSize;
         m_work.Step(m_position, QStringLiteral("Чтение данных ..."));
         return !m_work.IsAborted();
@@ -125,14 +129,14 @@ private:
 
     bool ReadChild()
     {
-        Open &block = m_open.back();
-        --block.left;
-        const bool isNode = m_items[block.item].Kind == DatNodeList;
-        if (Remaining() < (isNode ? NodeHeadSize : 1))
+        DatNode &block = m_items[m_block];
+        --block.End;
+        const bool isNode = block.Kind == DatNodeList;
+        if (Remaining() < (isNode ? NodeHeadSize : 1) || !m_budget.Take(sizeof(DatNode)))
             return false;
         const std::int32_t index = m_items.Count();
         DatNode &node = m_items.Append();
-        node.Parent = block.item;
+        node.Parent = m_block;
         node.End = index + 1;
         if (isNode) {
             node.Id = Long();
@@ -151,7 +155,8 @@ private:
     std::int64_t m_position;
     DatNodes &m_items;
     const DatWork &m_work;
-    std::vector<Open> m_open; // from the root down
+    MemoryBudget m_budget;
+    std::int32_t m_block = -1; // the innermost that is open
     std::int64_t m_nextStep = StepSize;
 };
 
@@ -161,6 +166,37 @@ void EndBytes(ByteArray &bytes, std::int64_t position, const DatNode &last)
     bytes.resize(last.OpensBlock ? std::size_t(position) : last.Value.End());
     if (!last.OpensBlock)
         bytes.resize(last.Value.Behind(), 0);
+}
+
+// The plain form of a compressed file; nothing when it is damaged or takes too much memory.
+ByteArray Expanded(ByteView file, const DatWork &work)
+{
+    ByteArray plain;
+    work.Start(std::int64_t(file.size()), QStringLiteral("Распаковка данных ..."));
+    const bool isHeld =
+        MemoryBudget(work.MemoryLimit).Holds(file.size() < ZlHeaderSize ? 0 : GetLong(file, 4));
+    if (!isHeld || !ZlBlockUnpack(plain, file, -1, 0))
+        plain.clear();
+    work.Clear();
+    return plain;
+}
+
+DatTree Parse(ByteArray bytes, const DatWork &work)
+{
+    const bool isZL = bytes.size() >= 4 && GetLong(bytes, 0) == ZlTag01;
+    if (isZL)
+        bytes = Expanded(bytes, work);
+    if (bytes.empty())
+        return {};
+    work.Start(std::int64_t(bytes.size()), {});
+    std::int64_t position = 0;
+    DatNodes items;
+    const bool isWhole = DatReadBlock(bytes, position, items, work);
+    work.Clear();
+    if (!isWhole)
+        return {};
+    EndBytes(bytes, position, items[items.Count() - 1]);
+    return {std::move(bytes), std::move(items), isZL};
 }
 
 } // namespace
@@ -184,27 +220,12 @@ bool DatReadBlock(ByteView bytes, std::int64_t &position, DatNodes &items, const
 
 DatTree DatParse(ByteArray bytes, const DatWork &work)
 {
-    const bool isZL = bytes.size() >= 4 && GetLong(bytes, 0) == ZlTag01;
-    if (isZL) {
-        work.Start(std::int64_t(bytes.size()), QStringLiteral("Распаковка данных ..."));
-        ByteArray plain;
-        const bool isWhole = ZlBlockUnpack(plain, bytes, -1, 0);
+    try {
+        return Parse(std::move(bytes), work);
+    } catch (const std::bad_alloc &) {
         work.Clear();
-        if (!isWhole)
-            return {};
-        bytes = std::move(plain);
+        return {};
     }
-    if (bytes.empty())
-        return {};
-    work.Start(std::int64_t(bytes.size()), {});
-    std::int64_t position = 0;
-    DatNodes items;
-    const bool isWhole = DatReadBlock(bytes, position, items, work);
-    work.Clear();
-    if (!isWhole)
-        return {};
-    EndBytes(bytes, position, items[items.Count() - 1]);
-    return {std::move(bytes), std::move(items), isZL};
 }
 
 DatTree DatLoadFile(const QString &path, const DatWork &work)

@@ -13,8 +13,8 @@ namespace wb
 {
 
 // The tree of a file's bytes. Nothing at all when any of them, up to the end of the root block, is not as it
-// should be, or when reading is ended early. Only a text that is the last thing of all may lack its
-// terminator.
+// should be, when reading is ended early, or when memory does not hold the items. Only a text that is the
+// last thing of all may lack its terminator.
 DatTree DatParse(ByteArray bytes, const DatWork &work = {});
 
 // The same of a file; nothing as well when it can't be read.

@@ -1,4 +1,4 @@
-// What hears how far reading or writing a DAT is, and may end reading it.
+// What hears how far reading or writing a DAT is, and what may end reading it.
 #pragma once
 
 #include "common/progress.h"
@@ -10,6 +10,7 @@ namespace wb
 struct DatWork {
     Progress *Bar = nullptr;
     const AbortFlag *Abort = nullptr;
+    std::int64_t MemoryLimit = 0; // bytes for the items that are read; 0: half of the machine's free memory
 
     void Start(std::int64_t maximum, const QString &text) const
     {

@@ -7,6 +7,7 @@
 #include <QtEndian>
 
 #include <limits>
+#include <new>
 
 namespace wb
 {
@@ -30,6 +31,26 @@ std::size_t EndOfBlock(const DatTree &tree, std::int32_t index)
     const std::int32_t last = tree.Item(index).End - 1;
     return tree.Item(last).OpensBlock ? StartOfBlock(tree, last) + BlockHeadSize
                                       : tree.Item(last).Value.Behind();
+}
+
+ByteArray Serialize(const DatTree &tree, const DatWork &work)
+{
+    ByteArray plain;
+    if (tree.Count() == 0)
+        return plain;
+    work.Start(tree.Count(), {});
+    std::int32_t index = 0;
+    DatWriteBlock(plain, tree, index, work);
+    work.Clear();
+    if (plain.size() > (tree.IsZL ? LongestPacked : LongestPlain))
+        return {};
+    if (!tree.IsZL)
+        return plain;
+    work.Start(tree.Count(), QStringLiteral("Сжатие данных ..."));
+    ByteArray packed;
+    ZlBlockPack(packed, plain);
+    work.Clear();
+    return packed;
 }
 
 } // namespace
@@ -66,22 +87,12 @@ void DatWriteBlock(ByteArray &bytes, const DatTree &tree, std::int32_t &index, c
 
 ByteArray DatSerialize(const DatTree &tree, const DatWork &work)
 {
-    ByteArray plain;
-    if (tree.Count() == 0)
-        return plain;
-    work.Start(tree.Count(), {});
-    std::int32_t index = 0;
-    DatWriteBlock(plain, tree, index, work);
-    work.Clear();
-    if (plain.size() > (tree.IsZL ? LongestPacked : LongestPlain))
+    try {
+        return Serialize(tree, work);
+    } catch (const std::bad_alloc &) {
+        work.Clear();
         return {};
-    if (!tree.IsZL)
-        return plain;
-    work.Start(tree.Count(), QStringLiteral("Сжатие данных ..."));
-    ByteArray packed;
-    ZlBlockPack(packed, plain);
-    work.Clear();
-    return packed;
+    }
 }
 
 bool DatSaveFile(const QString &path, const DatTree &tree, const DatWork &work)

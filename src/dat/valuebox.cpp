@@ -2,10 +2,13 @@
 
 #include "dat/datshowntext.h"
 
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QSignalBlocker>
 #include <QTextDocument>
+
+#include <algorithm>
 
 namespace wb
 {
@@ -17,7 +20,7 @@ ValueBox::ValueBox(const QString &name, QWidget *parent) : QPlainTextEdit(parent
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     connect(this, &QPlainTextEdit::textChanged, this, [this] {
         // The raw text: the other one turns unbreakable blanks into common ones.
-        const QString edited = EditedText(m_value, document()->toRawText());
+        const QString edited = MeantText(document()->toRawText());
         if (edited == m_value)
             return;
         m_value = edited;
@@ -28,25 +31,57 @@ ValueBox::ValueBox(const QString &name, QWidget *parent) : QPlainTextEdit(parent
 void ValueBox::SetValue(const QString &value)
 {
     const QSignalBlocker silent(this);
-    const bool isWhole = value.size() <= LongestEdited;
     m_value = value;
-    setReadOnly(!isWhole);
-    setPlainText(ShownText(isWhole ? value : value.first(LongestEdited)));
+    setReadOnly(value.size() > LongestEdited);
+    setPlainText(ShownText(QStringView(value).left(LongestEdited)));
+}
+
+QString ValueBox::SelectedValue() const
+{
+    const QTextCursor cursor = textCursor();
+    const qsizetype start = cursor.selectionStart();
+    return MeantText(QStringView(document()->toRawText()).sliced(start, cursor.selectionEnd() - start));
+}
+
+// Puts in what there is room for of a text that means itself.
+void ValueBox::Insert(QString text)
+{
+    text.remove(QChar(u'\0'));
+    const qsizetype room = LongestEdited - m_value.size() + SelectedValue().size();
+    insertPlainText(ShownText(QStringView(text).left(std::max<qsizetype>(room, 0))));
 }
 
 void ValueBox::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        return;
+    const QString text = event->text();
+    if (!isReadOnly() && !text.isEmpty() && text[0].isPrint() && ShownText(text) != text)
+        Insert(text);
+    else
         QPlainTextEdit::keyPressEvent(event);
+}
+
+void ValueBox::inputMethodEvent(QInputMethodEvent *event)
+{
+    QInputMethodEvent meant(event->preeditString(), event->attributes());
+    meant.setCommitString(ShownText(event->commitString()), event->replacementStart(),
+                          event->replacementLength());
+    QPlainTextEdit::inputMethodEvent(&meant);
+    event->setAccepted(meant.isAccepted());
+}
+
+QMimeData *ValueBox::createMimeDataFromSelection() const
+{
+    auto *selected = new QMimeData;
+    selected->setText(SelectedValue());
+    return selected;
 }
 
 void ValueBox::insertFromMimeData(const QMimeData *source)
 {
     if (!isReadOnly() && source->hasText())
-        insertPlainText(ShownText(source->text()
-                                      .replace(QStringLiteral("\r\n"), QStringLiteral(" "))
-                                      .replace(u'\n', u' ')
-                                      .replace(u'\r', u' ')));
+        Insert(source->text());
 }
 
 } // namespace wb

@@ -1,4 +1,5 @@
-// The box in which a value is edited: one line, folded to the width that there is.
+// The box in which a value is edited: one line, folded to the width that there is. What breaks a line is
+// shown by a sign (datshowntext.h), which takes part in editing as the character that it stands in for.
 #pragma once
 
 #include <QPlainTextEdit>
@@ -24,9 +25,14 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
+    QMimeData *createMimeDataFromSelection() const override;
     void insertFromMimeData(const QMimeData *source) override;
 
 private:
+    QString SelectedValue() const;
+    void Insert(QString text);
+
     QString m_value;
 };
 

@@ -16,6 +16,7 @@ namespace
 
 constexpr std::int64_t HeaderSize = 32;
 constexpr std::int64_t GlyphSize = 64;
+constexpr std::int64_t MostGlyphs = 65'536; // beyond any font; each costs far more memory than its record
 
 using Pixel = std::array<std::uint8_t, 4>; // B, G, R, A
 constexpr Pixel Nothing{};
@@ -25,7 +26,7 @@ constexpr std::int64_t PixelsPerByte = 64;
 constexpr std::int64_t ReadingsPerByte = 16;
 
 struct AftHeader {
-    std::int64_t GlyphCount = 0; // that the file has
+    std::int64_t GlyphCount = 0; // that are read
     std::int64_t LineHeight = 0;
     std::int64_t Margin = 0;
 
@@ -55,7 +56,8 @@ AftHeader ReadHeader(ByteReader &in)
     header.Margin = in.Long();
     in.Seek(HeaderSize);
     if (!in.Failed())
-        header.GlyphCount = std::clamp<std::int64_t>(claimed, 0, in.Remaining() / GlyphSize);
+        header.GlyphCount =
+            std::clamp<std::int64_t>(claimed, 0, std::min(in.Remaining() / GlyphSize, MostGlyphs));
     return header;
 }
 

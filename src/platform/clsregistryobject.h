@@ -20,7 +20,8 @@ class clsRegistryObject
 public:
     // One that lasts no longer than the object and that no desktop follows.
     clsRegistryObject() = default;
-    // The one kept in the native path `file`; empty when there is none, or none that can be read.
+    // The one kept in the native path `file`; empty when there is none, or none that can be read. An empty
+    // path is that of one kept nowhere.
     explicit clsRegistryObject(std::string file);
 
     // A path's first part is the name of a root: HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE or
@@ -49,7 +50,7 @@ private:
 };
 
 // Where this user's registry is kept (XDG Base Directory Specification: below $XDG_DATA_HOME, else
-// ~/.local/share).
+// ~/.local/share). Empty for a user without a home.
 std::string RegistryFile();
 
 } // namespace wb

@@ -16,7 +16,7 @@ QString ProgramFolder();
 bool IsSystemFolder(const std::string &path);
 
 // The folder for this user's own settings of the program (XDG Base Directory Specification:
-// $XDG_CONFIG_HOME/workbench, else ~/.config/workbench). It need not exist.
+// $XDG_CONFIG_HOME/workbench, else ~/.config/workbench). It need not exist. Empty for a user without a home.
 QString UserConfigFolder();
 
 } // namespace wb

@@ -1,4 +1,4 @@
-// The terminal that a stream goes to.
+// Where the program's streams go.
 #pragma once
 
 #include <cstdio>
@@ -6,7 +6,22 @@
 namespace wb
 {
 
-// How many characters fit into a row of it; 0 when the stream goes elsewhere.
+// How many characters fit into a row of the terminal that the stream goes to; 0 when it goes elsewhere.
 int TerminalColumns(std::FILE *stream);
+
+// While there is one, what is written to standard error is dropped: for libraries that remark on what they
+// are given. The stream is the whole process's, so there may be but one, while no other thread has anything
+// to say.
+class StandardErrorDropped
+{
+public:
+    StandardErrorDropped();
+    ~StandardErrorDropped();
+    StandardErrorDropped(const StandardErrorDropped &) = delete;
+    StandardErrorDropped &operator=(const StandardErrorDropped &) = delete;
+
+private:
+    int m_kept; // a descriptor of where it goes; -1 when it could not be turned away
+};
 
 } // namespace wb

@@ -184,7 +184,8 @@ QString SettingsPathIn(const QString &programFolder, const QString &configFolder
 {
     const std::string native = ToNativePath(programFolder);
     const bool isOwn = CanWriteFolder(native) && !IsSystemFolder(native);
-    return (isOwn ? programFolder : configFolder) + QStringLiteral("\\Options.ini");
+    const QString &folder = isOwn ? programFolder : configFolder;
+    return folder.isEmpty() ? QString() : folder + QStringLiteral("\\Options.ini");
 }
 
 QString SettingsPath()
@@ -205,7 +206,7 @@ Settings LoadSettings(const QString &path)
 
 bool SaveSettings(const QString &path, const Settings &settings)
 {
-    return MakePath(GetFolder(path)) && WriteFileBytes(path, FormatSettings(settings));
+    return !path.isEmpty() && MakePath(GetFolder(path)) && WriteFileBytes(path, FormatSettings(settings));
 }
 
 QString ColorText(std::int32_t color)

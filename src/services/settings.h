@@ -51,7 +51,7 @@ Settings ParseSettings(ByteView bytes);
 ByteArray FormatSettings(const Settings &settings);
 
 // Options.ini in the program folder; in the user's configuration folder when the program folder can't be
-// written or is the system's.
+// written or is the system's. Empty for a user without one, whose settings are kept nowhere.
 QString SettingsPath();
 QString SettingsPathIn(const QString &programFolder, const QString &configFolder);
 

@@ -6,6 +6,7 @@
 #include <SDL2/SDL_audio.h>
 
 #include <array>
+#include <atomic>
 #include <memory>
 #include <span>
 
@@ -17,6 +18,8 @@ inline constexpr SDL_AudioFormat OutputFormat = AUDIO_F32SYS;
 inline constexpr int OutputChannels = 2;
 inline constexpr int FullVolume = 100;
 
+// One thread plays, rewinds and mixes at a time. Everything else may be called meanwhile by another: it waits
+// for no file that is read and no sound that is decoded.
 class Channel
 {
 public:
@@ -52,8 +55,8 @@ private:
     std::unique_ptr<SDL_AudioStream, FreeConverter> m_converter; // to the output's rate and channels
     std::array<float, std::size_t(SoundFile::MaxChannels) * 256> m_decoded;
     std::array<float, std::size_t(OutputChannels) * 512> m_converted;
-    int m_volume = FullVolume;
-    bool m_isPlaying = false;
+    std::atomic<int> m_volume = FullVolume;
+    std::atomic<bool> m_isPlaying = false;
     bool m_isDecoded = false; // to its end
     int m_outputRate = 0;
     std::int64_t m_framesIn = 0; // decoded since the beginning

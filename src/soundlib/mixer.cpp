@@ -1,19 +1,10 @@
 #include "soundlib/mixer.h"
 
-#include <SDL2/SDL.h>
-
 #include <algorithm>
 #include <utility>
 
 namespace soundlib
 {
-
-namespace
-{
-
-constexpr Uint16 BufferedSamples = 1024; // 23 ms
-
-}
 
 bool Mixer::Init(int frequency)
 {
@@ -33,7 +24,7 @@ bool Mixer::Start()
 void Mixer::Stop()
 {
     m_isStarted = false;
-    CloseDevice();
+    m_device.Close();
     for (const auto &[handle, channel] : m_channels)
         channel->Stop();
 }
@@ -63,49 +54,19 @@ void Mixer::Remove(std::int32_t handle)
 
 bool Mixer::Play(std::int32_t handle, bool restart)
 {
-    if (!m_isStarted || !OpenDevice())
+    Channel *channel = Find(handle);
+    if (channel == nullptr || !m_isStarted || !m_device.Open(m_frequency))
         return false;
-    bool plays = false;
-    With(handle, [&](Channel &channel) {
-        if (restart)
-            channel.Rewind();
-        plays = channel.Play(m_frequency);
-    });
-    SDL_PauseAudioDevice(m_device, 0);
-    return plays;
+    const std::lock_guard lock(m_mutex);
+    if (restart)
+        channel->Rewind();
+    return channel->Play(m_frequency);
 }
 
-bool Mixer::OpenDevice()
+Channel *Mixer::Find(std::int32_t handle) const
 {
-    // A device that was pulled out is tried for anew.
-    if (m_device != 0 && SDL_GetAudioDeviceStatus(m_device) != SDL_AUDIO_STOPPED)
-        return true;
-    CloseDevice();
-    // Otherwise the events, which come with the sound, would take the program's Ctrl+C.
-    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-    if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
-        return false;
-    SDL_AudioSpec wanted{};
-    wanted.freq = m_frequency;
-    wanted.format = OutputFormat;
-    wanted.channels = OutputChannels;
-    wanted.samples = BufferedSamples;
-    wanted.userdata = this;
-    wanted.callback = [](void *user, Uint8 *target, int bytes) {
-        static_cast<Mixer *>(user)->Mix({target, static_cast<std::size_t>(bytes)});
-    };
-    m_device = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
-    if (m_device == 0)
-        SDL_QuitSubSystem(SDL_INIT_AUDIO);
-    return m_device != 0;
-}
-
-void Mixer::CloseDevice()
-{
-    if (m_device == 0)
-        return;
-    SDL_CloseAudioDevice(std::exchange(m_device, 0));
-    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    const auto channel = m_channels.find(handle);
+    return channel == m_channels.end() ? nullptr : channel->second.get();
 }
 
 void Mixer::Mix(std::span<std::uint8_t> target)
@@ -114,6 +75,12 @@ void Mixer::Mix(std::span<std::uint8_t> target)
     const std::lock_guard lock(m_mutex);
     for (const auto &[handle, channel] : m_channels)
         channel->Mix(target);
+}
+
+bool Mixer::IsPlaying()
+{
+    const std::lock_guard lock(m_mutex);
+    return std::ranges::any_of(m_channels, [](const auto &entry) { return entry.second->IsPlaying(); });
 }
 
 } // namespace soundlib

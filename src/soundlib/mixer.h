@@ -1,7 +1,8 @@
-// The streams, and the device that plays them.
+// The streams, mixed for the device.
 #pragma once
 
 #include "soundlib/channel.h"
+#include "soundlib/device.h"
 
 #include <map>
 #include <mutex>
@@ -24,25 +25,15 @@ public:
 
     bool Play(std::int32_t handle, bool restart);
 
-    // Calls use(channel) while nothing is mixed; false for a handle that names nothing.
-    template <typename Use>
-    bool With(std::int32_t handle, Use use)
-    {
-        const std::lock_guard lock(m_mutex);
-        const auto channel = m_channels.find(handle);
-        if (channel == m_channels.end())
-            return false;
-        use(*channel->second);
-        return true;
-    }
+    // For what may be asked of a channel while it is mixed; null for a handle that names nothing.
+    Channel *Find(std::int32_t handle) const;
 
 private:
-    bool OpenDevice();
-    void CloseDevice();
     void Mix(std::span<std::uint8_t> target);
+    bool IsPlaying();
 
-    // The device's thread mixes under the mutex. No call to the device is made under it, because the device
-    // waits for its thread.
+    // The device's thread mixes under the mutex, and only the caller's thread changes the map, under it as
+    // well. No call to the device is made under it, because the device waits for its thread.
     std::mutex m_mutex;
     std::map<std::int32_t, std::unique_ptr<Channel>> m_channels;
     std::int32_t m_lastHandle = 0;
@@ -52,7 +43,7 @@ private:
     int m_frequency = DefaultFrequency;
     bool m_isInitialised = false;
     bool m_isStarted = false;
-    SDL_AudioDeviceID m_device = 0;
+    Device m_device{[this](std::span<std::uint8_t> target) { Mix(target); }, [this] { return IsPlaying(); }};
 };
 
 } // namespace soundlib

@@ -2,6 +2,8 @@
 
 #include "soundlib/mixer.h"
 
+#include <exception>
+
 namespace
 {
 
@@ -21,6 +23,17 @@ void Tell(std::int32_t *place, std::int32_t value)
 {
     if (place != nullptr)
         *place = value;
+}
+
+// 0 where there is no memory, or no thread to be had.
+template <typename Work>
+std::int32_t OrNothing(Work work)
+{
+    try {
+        return work();
+    } catch (const std::exception &) {
+        return 0;
+    }
 }
 
 } // namespace
@@ -52,10 +65,12 @@ int32_t VTMP_StreamCreateFile(int32_t fromMemory, const void *source, int32_t of
 {
     if (source == nullptr || offset < 0 || length < 0)
         return 0;
-    SoundSource bytes = fromMemory != 0
-                            ? SoundSource::OfMemory(static_cast<const char *>(source) + offset, length)
-                            : SoundSource::OfFile(static_cast<const char *>(source), offset, length);
-    return TheMixer().Add(SoundFile::Open(std::move(bytes)));
+    const auto *text = static_cast<const char *>(source);
+    return OrNothing([=] {
+        SoundSource bytes = fromMemory != 0 ? SoundSource::OfMemory(text + offset, length)
+                                            : SoundSource::OfFile(text, offset, length);
+        return TheMixer().Add(SoundFile::Open(std::move(bytes)));
+    });
 }
 
 void VTMP_StreamFree(int32_t handle)
@@ -65,38 +80,41 @@ void VTMP_StreamFree(int32_t handle)
 
 int32_t VTMP_ChannelPlay(int32_t handle, int32_t restart)
 {
-    return TheMixer().Play(handle, restart != 0) ? 1 : 0;
+    return OrNothing([=] { return TheMixer().Play(handle, restart != 0) ? 1 : 0; });
 }
 
 int32_t VTMP_ChannelStop(int32_t handle)
 {
-    return TheMixer().With(handle, [](Channel &channel) { channel.Stop(); }) ? 1 : 0;
+    Channel *channel = TheMixer().Find(handle);
+    if (channel == nullptr)
+        return 0;
+    channel->Stop();
+    return 1;
 }
 
 int32_t VTMP_ChannelIsActive(int32_t handle)
 {
-    bool isActive = false;
-    TheMixer().With(handle, [&isActive](const Channel &channel) { isActive = channel.IsPlaying(); });
-    return isActive ? 1 : 0;
+    const Channel *channel = TheMixer().Find(handle);
+    return channel != nullptr && channel->IsPlaying() ? 1 : 0;
 }
 
 int32_t VTMP_ChannelSetAttributes(int32_t handle, int32_t frequency, int32_t volume, int32_t pan)
 {
-    if (frequency != SameFrequency || pan != SamePan)
+    Channel *channel = TheMixer().Find(handle);
+    if (channel == nullptr || frequency != SameFrequency || pan != SamePan)
         return 0;
-    const auto set = [volume](Channel &channel) {
-        if (volume >= 0 && volume <= FullVolume)
-            channel.SetVolume(volume);
-    };
-    return TheMixer().With(handle, set) ? 1 : 0;
+    if (volume >= 0 && volume <= FullVolume)
+        channel->SetVolume(volume);
+    return 1;
 }
 
 int32_t VTMP_ChannelGetAttributes(int32_t handle, int32_t *frequency, int32_t *volume, int32_t *pan)
 {
-    const auto tell = [=](const Channel &channel) {
-        Tell(frequency, channel.Rate());
-        Tell(volume, channel.Volume());
-        Tell(pan, 0);
-    };
-    return TheMixer().With(handle, tell) ? 1 : 0;
+    const Channel *channel = TheMixer().Find(handle);
+    if (channel == nullptr)
+        return 0;
+    Tell(frequency, channel->Rate());
+    Tell(volume, channel->Volume());
+    Tell(pan, 0);
+    return 1;
 }

@@ -12,7 +12,7 @@
 //    device. Playing there is refused by VTMP_ChannelPlay.
 //  - Sizes must describe memory truly: the library trusts its caller, but never a file.
 //  - Paths are in the encoding that the machine's own fopen takes.
-//  - No function throws.
+//  - No function throws: what lacks memory gives 0.
 #pragma once
 
 #include <stdint.h>
@@ -32,8 +32,8 @@
 SOUNDLIB_API int32_t VTMP_Init(int32_t device, int32_t frequency, int32_t flags, int32_t window,
                                int32_t reserved);
 
-// From VTMP_Start on channels can be played; the device is opened when the first one is. VTMP_Stop stops all
-// of them and closes the device.
+// From VTMP_Start on channels can be played; the device is opened when one is, and closed soon after
+// nothing plays any more. VTMP_Stop stops all of them and closes the device at once.
 SOUNDLIB_API int32_t VTMP_Start(void);
 SOUNDLIB_API int32_t VTMP_Stop(void);
 

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 #include <string_view>
 
 namespace wb
@@ -58,12 +59,12 @@ const char *SoundKind(ByteView start)
     return std::ranges::equal(start.first(4), std::string_view("RIFF")) ? "WAV" : "MP3";
 }
 
-FrameSet OpenSound(ByteView bytes, const char *, const LoadOptions &)
+// The stream reads the bytes where they lie, so they are moved into its document, never copied.
+FrameSet OpenSound(ByteArray bytes)
 {
-    ByteArray kept(bytes.begin(), bytes.end());
-    FrameSet document = SoundDocument(SoundKind(kept), OpenSoundBuffer(kept));
+    FrameSet document = SoundDocument(SoundKind(bytes), OpenSoundBuffer(bytes));
     if (document.Count > 0)
-        document.SoundBytes = std::move(kept);
+        document.SoundBytes = std::move(bytes);
     return document;
 }
 
@@ -78,7 +79,8 @@ struct Reader {
     FrameSet (*open)(ByteView bytes, const char *kind, const LoadOptions &options);
 };
 
-// One row makes a format known to the viewer and to the command line.
+// One row makes a format that is read whole known to the viewer and to the command line. Sounds are not: what
+// is read of them is read while they play.
 constexpr Reader Readers[] = {
     {FileType::Bmp, "BMP", OpenPicture<&GraphicsLibrary::VTGF_Read_BMP>},
     {FileType::Jpg, "JPG", OpenPicture<&GraphicsLibrary::VTGF_Read_JPEG>},
@@ -89,7 +91,6 @@ constexpr Reader Readers[] = {
     {FileType::Gi, "GI", OpenGi},
     {FileType::Gai, "GAI", OpenGai},
     {FileType::Hai, "HAI", OpenHai},
-    {FileType::Sound, "WAV, MP3", OpenSound},
 };
 
 const Reader *FindReader(FileType type)
@@ -98,13 +99,19 @@ const Reader *FindReader(FileType type)
     return reader == std::end(Readers) ? nullptr : reader;
 }
 
-} // namespace
+FrameSet ReadDocument(ByteView bytes, const LoadOptions &options)
+{
+    const Reader *reader = FindReader(DetectBufferType(bytes));
+    if (reader == nullptr || bytes.size() > std::numeric_limits<std::int32_t>::max())
+        return {};
+    return reader->open(bytes, reader->kind, options);
+}
 
-FrameSet OpenDocumentFile(const QString &path, const LoadOptions &options)
+FrameSet ReadDocumentFile(const QString &path, const LoadOptions &options)
 {
     const auto start = FirstBytes(path);
     const FileType type = DetectBufferType(start);
-    // A sound is read while it plays, and so never held in memory.
+    // A file that sounds is never held in memory.
     if (type == FileType::Sound)
         return SoundDocument(SoundKind(start), OpenSoundFile(path));
     // What nothing reads need not be loaded, however large it is.
@@ -115,15 +122,32 @@ FrameSet OpenDocumentFile(const QString &path, const LoadOptions &options)
     LoadOptions here = options;
     if (!here.Background)
         here.Background = GiBeside(path);
-    return OpenDocumentBuffer(bytes, here);
+    return ReadDocument(bytes, here);
 }
 
-FrameSet OpenDocumentBuffer(ByteView bytes, const LoadOptions &options)
+template <typename Open>
+FrameSet WithinMemory(Open open)
 {
-    const Reader *reader = FindReader(DetectBufferType(bytes));
-    if (reader == nullptr || bytes.size() > std::numeric_limits<std::int32_t>::max())
+    try {
+        return open();
+    } catch (const std::bad_alloc &) {
         return {};
-    return reader->open(bytes, reader->kind, options);
+    }
+}
+
+} // namespace
+
+FrameSet OpenDocumentFile(const QString &path, const LoadOptions &options)
+{
+    return WithinMemory([&] { return ReadDocumentFile(path, options); });
+}
+
+FrameSet OpenDocumentBuffer(ByteArray bytes, const LoadOptions &options)
+{
+    return WithinMemory([&] {
+        return DetectBufferType(bytes) == FileType::Sound ? OpenSound(std::move(bytes))
+                                                          : ReadDocument(bytes, options);
+    });
 }
 
 } // namespace wb

@@ -22,12 +22,13 @@ struct LoadOptions {
     std::optional<QString> Background = std::nullopt; // the GI to draw an animation over; empty: none
 };
 
-// Opens a file by its first bytes. What no reader can read gives an empty document. Where the options name no
-// background it is the GI file beside an animation, of the same title, when there is one.
+// Opens a file by its first bytes. What no reader can read gives an empty document, and so does what takes
+// more memory than there is. Where the options name no background it is the GI file beside an animation, of
+// the same title, when there is one.
 FrameSet OpenDocumentFile(const QString &path, const LoadOptions &options = {});
 
-// The same for bytes in memory, such as an entry of an archive. They have no file beside them, and need not
-// outlive the call.
-FrameSet OpenDocumentBuffer(ByteView bytes, const LoadOptions &options = {});
+// The same for bytes in memory, such as an entry of an archive. They have no file beside them. The document
+// of a sound keeps them.
+FrameSet OpenDocumentBuffer(ByteArray bytes, const LoadOptions &options = {});
 
 } // namespace wb

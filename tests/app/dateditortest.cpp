@@ -1,9 +1,12 @@
 #include "dat/datreader.h"
+#include "dat/valuebox.h"
 #include "support/madedat.h"
 #include "support/table.h"
 #include "support/windowtest.h"
 #include "widgets/listbox.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTimer>
@@ -78,6 +81,44 @@ TEST_F(DatPage, OpensWalksChangesSavesAndAsks)
     EXPECT_FALSE(window->isVisible());
     const DatTree saved = DatLoadFile(folder.Path(u"a.dat"_s));
     EXPECT_EQ(u"0 72\n"_s, saved.Value(1) + u' ' + saved.Value(5));
+}
+
+TEST(ValueBox, KeysAndPastesChangeWhatTheySayAndNothingElse)
+{
+    ValueBox box(u"txtText"_s, nullptr);
+    QString value;
+    QObject::connect(&box, &ValueBox::Edited, [&value](const QString &edited) { value = edited; });
+    const auto press = [&box](QStringView keys) { // with Ctrl; "-" is Delete
+        for (const QChar key : keys)
+            key == u'-' ? QTest::keyClick(&box, Qt::Key_Delete)
+                        : QTest::keyClick(&box, Qt::Key(key.unicode()), Qt::ControlModifier);
+    };
+    for (const TableRow &row : ReadTable("app/valuebox.txt", 4)) {
+        QGuiApplication::clipboard()->setText(row.Text(1));
+        box.SetValue(value = row.Text(0));
+        press(row.Text(2));
+        EXPECT_EQ(row.Text(3), value) << row.line;
+    }
+    EXPECT_EQ(u"a\n\u21B5"_s, QGuiApplication::clipboard()->text());
+    QGuiApplication::clipboard()->setText(QString(ValueBox::LongestEdited, u'b'));
+    box.SetValue(u"\n"_s);
+    press(u"V");
+    EXPECT_EQ(QString(ValueBox::LongestEdited - 1, u'b') + u'\n', value);
+}
+
+TEST_F(DatPage, OfAValueThatIsTooLongAPartIsShownAndClosingLeavesTheFocusHere)
+{
+    const QString value(100'001, u'a');
+    folder.Put("a.dat", TextOf(MadeDat(u"N1 v1:a="_s + value)));
+    Do(u"cmdDAT_Open"_s, u"%=@\\=@\\a.dat"_s);
+    Do(u"row 1"_s, {});
+    Do(u"type 7"_s, {});
+    EXPECT_TRUE(Find("lblDAT_Part")->isVisible());
+    EXPECT_EQ(u"Показано 100\u00A0000 из 100\u00A0001 знаков, только чтение"_s, Text("lblDAT_Part"));
+    EXPECT_EQ(value.chopped(1), Find<QPlainTextEdit>("txtText")->toPlainText());
+    Do(u"cmdDAT_Close"_s, {}); // and no question
+    EXPECT_EQ(Find("cmdDAT_Open"), window->focusWidget());
+    EXPECT_FALSE(Find("lblDAT_Part")->isVisible());
 }
 
 TEST_F(DatPage, ClosingWhileAFileIsReadEndsReading)

@@ -52,8 +52,8 @@ public:
 
     void Error(const QString &, const QString &) override { Wait(); }
     void Information(const QString &, const QString &) override { Wait(); }
-    bool Question(const QString &, const QString &) override { return Wait(); }
-    bool Warning(const QString &, const QString &) override { return Wait(); }
+    bool Question(const QString &, const QString &) override { return Wait() || isLeaving; }
+    bool Warning(const QString &, const QString &) override { return Wait() || isLeaving; }
     Choice YesNoCancel(const QString &, const QString &) override
     {
         Wait();

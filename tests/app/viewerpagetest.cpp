@@ -67,7 +67,7 @@ protected:
     QString Held(const std::string &name) const
     {
         const std::string bytes = folder.Get(name);
-        const FrameSet document = OpenDocumentBuffer(BytesOf(bytes));
+        const FrameSet document = OpenDocumentBuffer(ArrayOf(bytes));
         return document.Kind == "PNG"   ? QString::number(DibToFrameBuf(document.Pictures[0]).Pixels[0])
                : document.Kind == "JPG" ? QString::number(bytes.at(25))
                                         : QString::fromStdString(bytes);

@@ -52,6 +52,24 @@ public:
     std::function<void()> action = [] {};
 };
 
+TEST(DatReading, EndsWithinABlockWhenItIsAbortedOrTakesTooMuch)
+{
+    ByteArray bytes = MadeDat(u"P1000000"_s);
+    bytes.resize(bytes.size() + 5'000'000, 0);
+    DatTree tree = DatParse(bytes);
+    tree.IsZL = true;
+    for (const ByteArray &file : {bytes, DatSerialize(tree)})
+        for (const auto &[last, limit] : {std::pair{0, 0}, {3, 0}, {0, 4'900'000}, {0, 30'000'000}}) {
+            Meddling progress;
+            AbortFlag abort;
+            int steps = 0;
+            progress.action = [&, end = last] { ++steps == end ? abort.Set() : void(); };
+            const DatTree read = DatParse(file, {.Bar = &progress, .Abort = &abort, .MemoryLimit = limit});
+            EXPECT_EQ(last + limit == 0 ? 1'000'001 : 0, read.Count()) << last << ' ' << limit;
+            EXPECT_EQ(last > 0, steps == 3) << steps << ' ' << limit;
+        }
+}
+
 class Editor : public testing::Test
 {
 protected:

@@ -50,13 +50,14 @@ TEST(DatJson, DepthIsTheFilesToChoose)
 TEST(DatJson, WhatOthersWriteIsReadAndWhatIsWrongIsToldWithItsPlace)
 {
     const DatFromJsonResult sorted = DatFromJson(BytesOf(R"({"root":{"children":[{"aux":-2,"block":{"children"
-        :[{"value":"\"\\\/\b\f\n\r\tЁ","name":"\u0401","type":9,"x":[1e3,-0.5,null,{}]}],"kind":"pairs"},
-        "id":1,"name":"a","type":"block"}],"kind":"nodes"},"zl":true})"));
+        :[{"value":"\"\\\/\b\f\n\r\tЁ","name":"\u0401","type":8,"x":[1e3,-0.5,null,{}],"t\u0079pe":9}],
+        "kind":"pairs"},"id":1,"name":"a","type":"block"}],"kind":"nodes"},"zl":true})"));
     EXPECT_EQ(QString(), sorted.Problem);
     EXPECT_EQ(MadeDat(u"N1 b1,-2:a P1 9:Ё=\"\\/\b\f\n\r\tЁ"_s), sorted.Plain);
     for (const TableRow &row : ReadTable("dat/jsonproblems.txt", 2))
         EXPECT_EQ(row.Text(1), DatFromJson(BytesOf(row.fields[0])).Problem);
     const ByteArray json = DatToJson(DatParse(MadeDat(u"N2 v1,2:Ё=\n b2:Deep P1 7:name=\"value"_s)));
+    EXPECT_EQ(DatFromJson(json).Plain, DatFromJson(BytesOf("\xEF\xBB\xBF" + TextOf(json))).Plain);
     for (std::size_t at = 0; at + 2 < json.size(); ++at) {
         EXPECT_NE(QString(), DatFromJson(ByteView(json).first(at)).Problem) << at;
         for (const char value : {'\0', '"', '\\', '{', ']', ',', '9', '\xFF'}) {
@@ -68,10 +69,17 @@ TEST(DatJson, WhatOthersWriteIsReadAndWhatIsWrongIsToldWithItsPlace)
     }
 }
 
-TEST(DatShownText, OnlyWhatTheUserChangedIsChanged)
+TEST(DatShownText, EachTextIsShownInALineAndComesBack)
 {
-    for (const TableRow &row : ReadTable("dat/edits.txt", 3))
-        EXPECT_EQ(row.Text(2), EditedText(row.Text(0), row.Text(1))) << row.line;
+    for (const TableRow &row : ReadTable("dat/shown.txt", 2)) {
+        EXPECT_EQ(row.Text(1), ShownText(row.Text(0))) << row.line;
+        EXPECT_EQ(row.Text(0), MeantText(row.Text(1))) << row.line;
+    }
+    for (const char16_t beside : {u'a', u'\t', u'⇥', u'\xDBC0', u'\xDC09'})
+        for (char16_t unit = 0xFFFF; unit > 0; --unit) {
+            const QString text = QChar(beside) + QString(QChar(unit)) + QChar(beside);
+            ASSERT_EQ(text, MeantText(ShownText(text))) << int(unit);
+        }
 }
 
 } // namespace

@@ -4,6 +4,9 @@
 #include "support/table.h"
 #include "support/tempfolder.h"
 
+#include <pwd.h>
+#include <unistd.h>
+
 using namespace wb;
 
 namespace
@@ -32,6 +35,10 @@ TEST(ProgramFolder, SettingsFollowTheEnvironment)
     ::setenv("HOME", "/no-such", 1);
     ::setenv("XDG_CONFIG_HOME", "relative", 1);
     EXPECT_EQ(UserConfigFolder(), u"C:\\no-such\\.config\\workbench"_qs);
+    ::unsetenv("HOME");
+    const passwd *user = ::getpwuid(::getuid());
+    const std::string folder = user != nullptr ? user->pw_dir + std::string("/.config/workbench") : "";
+    EXPECT_EQ(ToNativePath(UserConfigFolder()), folder);
     ::setenv("XDG_CONFIG_HOME", "/no-such/Настройки", 1);
     EXPECT_EQ(UserConfigFolder(), u"C:\\no-such\\Настройки\\workbench"_qs);
 }

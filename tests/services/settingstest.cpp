@@ -102,8 +102,10 @@ TEST(Settings, LieWhereTheyCanBeWritten)
 {
     const TempFolder folder;
     EXPECT_EQ(SettingsPathIn(folder.Path(), u"C:\\cfg"_qs), folder.Path(u"Options.ini"_qs));
-    for (const QString &notOwn : {folder.Path(u"none"_qs), u"C:\\usr\\lib"_qs, u"C:\\opt\\x"_qs})
+    for (const QString &notOwn : {folder.Path(u"none"_qs), u"C:\\usr\\lib"_qs, u"C:\\opt\\x"_qs}) {
         EXPECT_EQ(SettingsPathIn(notOwn, u"C:\\cfg"_qs), u"C:\\cfg\\Options.ini"_qs);
+        EXPECT_EQ(SettingsPathIn(notOwn, {}), QString());
+    }
 }
 
 TEST(UiText, IndexesNameTheirTexts)

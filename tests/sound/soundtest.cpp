@@ -97,6 +97,22 @@ TEST(Sound, GoesOnWhereItWasStoppedOrFromTheBeginning)
     }
 }
 
+TEST(Sound, LetsTheDeviceGoAfterTheEndAndTakesItAnew)
+{
+    const auto noise = NoiseSamples(30'000);
+    const std::string bytes = MakeSound(WavFormat, 44100, 2, noise);
+    const DiskOutput output(true);
+    SoundStartup(0);
+    const std::int32_t handle = OpenSoundBuffer(BytesOf(bytes));
+    for (int round = 0; round < 2; ++round) {
+        PlayToEnd(handle);
+        EXPECT_TRUE(output.IsLetGo());
+        const std::vector<float> heard = output.Heard();
+        EXPECT_TRUE(heard.size() == noise.size() && Begins(heard, noise, 1)) << round;
+    }
+    SoundShutdown();
+}
+
 TEST(Sound, ConvertsEveryRateAndRefusesOtherKinds)
 {
     const TempFolder folder;

@@ -3,10 +3,12 @@
 
 #include "support/tempfolder.h"
 
+#include <chrono>
 #include <cmath>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <sndfile.h>
+#include <thread>
 #include <vector>
 
 namespace wb
@@ -64,6 +66,18 @@ public:
         const auto isHeard = [](float sample) { return sample != 0; };
         const auto end = std::find_if(samples.rbegin(), samples.rend(), isHeard).base();
         return {std::find_if(samples.begin(), end, isHeard), end};
+    }
+
+    // Whether the output gets closed within some seconds.
+    bool IsLetGo() const
+    {
+        for (int waited = 0; waited < 50; ++waited) {
+            const std::uintmax_t size = std::filesystem::file_size(m_folder.Native("played"));
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            if (std::filesystem::file_size(m_folder.Native("played")) == size)
+                return true;
+        }
+        return false;
     }
 
 private:

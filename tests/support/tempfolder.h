@@ -72,6 +72,11 @@ inline ByteView BytesOf(std::string_view text)
     return {reinterpret_cast<const std::uint8_t *>(text.data()), text.size()};
 }
 
+inline ByteArray ArrayOf(std::string_view text)
+{
+    return {text.begin(), text.end()};
+}
+
 inline std::string TextOf(ByteView bytes)
 {
     return {bytes.begin(), bytes.end()};

@@ -73,7 +73,7 @@ TEST(DocumentLoader, OpensPngAndEveryGiTypeAndNothingElse)
 {
     std::int32_t type = 0;
     for (const std::string &bytes : SpriteFiles(SampleFolder())) {
-        const FrameSet document = OpenDocumentBuffer(BytesOf(bytes));
+        const FrameSet document = OpenDocumentBuffer(ArrayOf(bytes));
         EXPECT_EQ(type < 5 ? "GI" : "PNG", document.Kind);
         EXPECT_EQ(type < 5 ? std::to_string(type) : "", document.InfoText);
         EXPECT_EQ(type < 5 ? std::vector{type} : std::vector<std::int32_t>(), document.FrameTypes);
@@ -82,7 +82,7 @@ TEST(DocumentLoader, OpensPngAndEveryGiTypeAndNothingElse)
         ++type;
     }
     for (const char *bytes : {"", "gi", "RIFF....", "ZL01....", "ZL02....", "GIF89a..", "DDS ", "\x89PNG"})
-        EXPECT_TRUE(IsEmpty(OpenDocumentBuffer(BytesOf(bytes)))) << bytes;
+        EXPECT_TRUE(IsEmpty(OpenDocumentBuffer(ArrayOf(bytes)))) << bytes;
     EXPECT_TRUE(IsEmpty(OpenDocumentFile(u"C:\\no-such.png"_qs)));
 }
 
@@ -92,8 +92,11 @@ TEST(DocumentLoader, OpensSoundsThatLiveAsLongAsTheirDocument)
     for (const int format : {WavFormat, Mp3Format})
         for (const bool isFile : {false, true}) {
             folder.Put("a", MakeTone(format, 24000, 1, 0.1));
-            FrameSet first = isFile ? OpenDocumentFile(folder.Path(u"a"_qs))
-                                    : OpenDocumentBuffer(BytesOf(folder.Get("a")));
+            ByteArray bytes = ArrayOf(folder.Get("a"));
+            const std::uint8_t *place = isFile ? nullptr : bytes.data();
+            FrameSet first =
+                isFile ? OpenDocumentFile(folder.Path(u"a"_qs)) : OpenDocumentBuffer(std::move(bytes));
+            EXPECT_EQ(place, first.SoundBytes.data()) << "is not copied";
             EXPECT_TRUE(first.Mode == DocumentMode::Sound && first.Count == 1 && first.InfoText == "24000");
             EXPECT_EQ(format == WavFormat ? "WAV" : "MP3", first.Kind);
             const std::int32_t handle = first.Pictures.at(0);
@@ -128,7 +131,7 @@ TEST(DocumentLoader, SurvivesTruncatedAndChangedFiles)
         for (std::size_t length = 0; length < whole.size(); ++length) {
             // In memory of exactly that length, so that the sanitizer sees a byte read beyond.
             const ByteArray cut(whole.begin(), whole.begin() + std::ptrdiff_t(length));
-            const FrameSet document = OpenDocumentBuffer(cut);
+            const FrameSet document = OpenDocumentBuffer(cut); // a copy of the same length
             EXPECT_TRUE(IsEmpty(document) ||
                         MakeSprite(1).Pixels.size() == DibToFrameBuf(document.Pictures.at(0)).Pixels.size());
         }
@@ -139,7 +142,7 @@ TEST(DocumentLoader, SurvivesTruncatedAndChangedFiles)
                 round % 2 == 0 ? std::min<std::size_t>(160, whole.size()) : whole.size();
             for (int change = 0; change < 1 + round % 4; ++change)
                 damaged[random() % reach] = static_cast<char>(random());
-            const FrameSet document = OpenDocumentBuffer(BytesOf(damaged));
+            const FrameSet document = OpenDocumentBuffer(ArrayOf(damaged));
             if (IsEmpty(document))
                 continue;
             ++opened;

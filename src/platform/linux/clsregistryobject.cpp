@@ -30,7 +30,8 @@ bool HasRoot(const QString &keyPath)
 
 std::string RegistryFile()
 {
-    return UserFolders().Data + "/workbench/registry.json";
+    const std::string folder = UserFolders().Data;
+    return folder.empty() ? "" : folder + "/workbench/registry.json";
 }
 
 clsRegistryObject::clsRegistryObject(std::string file) : m_file(std::move(file))

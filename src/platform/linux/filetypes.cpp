@@ -178,6 +178,8 @@ std::vector<RegisteredType> RegisteredTypes(const clsRegistryObject &registry)
 
 void BringDesktopInLine(const std::vector<RegisteredType> &types, const XdgFolders &folders)
 {
+    if (folders.Data.empty() || folders.Config.empty())
+        return;
     const std::string mimeFolder = folders.Data + "/mime";
     const std::string entryFolder = folders.Data + "/applications";
     bool isChanged = KeepIcons(types, folders.Data + "/icons/hicolor");

@@ -30,7 +30,8 @@ bool IsSystemFolder(const std::string &path)
 
 QString UserConfigFolder()
 {
-    return FromNativePath(UserFolders().Config + "/workbench");
+    const std::string folder = UserFolders().Config;
+    return folder.empty() ? QString() : FromNativePath(folder + "/workbench");
 }
 
 } // namespace wb

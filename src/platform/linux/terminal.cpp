@@ -1,5 +1,6 @@
 #include "platform/terminal.h"
 
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -14,6 +15,24 @@ int TerminalColumns(std::FILE *stream)
         return 0;
     winsize size = {};
     return ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usualColumns;
+}
+
+StandardErrorDropped::StandardErrorDropped()
+    : m_kept(::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1))
+{
+    const int nowhere = m_kept >= 0 ? ::open("/dev/null", O_WRONLY | O_CLOEXEC) : -1;
+    if (nowhere < 0)
+        return;
+    ::dup2(nowhere, STDERR_FILENO);
+    ::close(nowhere);
+}
+
+StandardErrorDropped::~StandardErrorDropped()
+{
+    if (m_kept < 0)
+        return;
+    ::dup2(m_kept, STDERR_FILENO);
+    ::close(m_kept);
 }
 
 } // namespace wb

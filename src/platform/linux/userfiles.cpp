@@ -4,6 +4,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <pwd.h>
+#include <unistd.h>
 
 namespace wb
 {
@@ -13,14 +15,25 @@ namespace
 
 constexpr std::int64_t MaxFileBytes = 4 << 20;
 
+// Empty for a user without one.
+std::string Home()
+{
+    const char *home = std::getenv("HOME");
+    if (home == nullptr || home[0] != '/') {
+        const passwd *user = ::getpwuid(::getuid());
+        home = user != nullptr ? user->pw_dir : nullptr;
+    }
+    return home != nullptr && home[0] == '/' ? home : "";
+}
+
 // Relative ones are to be ignored.
 std::string FolderOf(const char *variable, const char *belowHome)
 {
     const char *value = std::getenv(variable);
     if (value != nullptr && value[0] == '/')
         return value;
-    const char *home = std::getenv("HOME");
-    return std::string(home != nullptr && home[0] == '/' ? home : "") + belowHome;
+    const std::string home = Home();
+    return home.empty() ? "" : home + belowHome;
 }
 
 } // namespace

@@ -7,7 +7,8 @@
 namespace wb
 {
 
-// XDG Base Directory Specification. Native paths, without a separator at their end.
+// XDG Base Directory Specification. Native paths, without a separator at their end; empty where nothing tells
+// one. Without $HOME, the home is what the system's list of users says.
 struct XdgFolders {
     std::string Data;   // $XDG_DATA_HOME, else ~/.local/share
     std::string Config; // $XDG_CONFIG_HOME, else ~/.config
