@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <new>
 
 namespace wb::cli
 {
@@ -68,7 +69,11 @@ int RunCommand(const Command &command, const QStringList &arguments)
         return Misuse(QStringLiteral("%1 does not take %2 argument(s); see --help")
                           .arg(QLatin1String(command.name))
                           .arg(count));
-    return RunLoaded(command, parser);
+    try {
+        return RunLoaded(command, parser);
+    } catch (const std::bad_alloc &) {
+        return Fail(QLatin1String(command.name), QStringLiteral("there is not enough memory"));
+    }
 }
 
 int Main(QStringList arguments)
