@@ -38,6 +38,8 @@ TEST_F(MainWindow, EachButtonShowsItsPage)
             EXPECT_EQ(page == shown, Find(qPrintable(QStringLiteral("picPage(%1)").arg(page)))->isVisible())
                 << page;
     }
+    for (const char *page : {"cmdPage(2)", "txtGAICR_StartX", "cmdPage(0)"})
+        Click(page);
     EXPECT_EQ(List(), window->focusWidget());
 }
 
