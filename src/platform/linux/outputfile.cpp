@@ -64,10 +64,10 @@ FileError OutputFile::OpenExisting(const std::string &path)
     if (::realpath(path.c_str(), target) == nullptr || ::stat(target, &status) != 0 ||
         ::faccessat(AT_FDCWD, target, W_OK, AT_EACCESS) != 0)
         return Fail(errno);
-    if (S_ISREG(status.st_mode)) {
+    if (S_ISREG(status.st_mode))
         return OpenBeside(target) == FileError::None ? TakeRightsOf(status) : m_error;
-    }
 
+    m_isFlushed = false; // devices and pipes refuse it
     // A folder refuses to be opened for writing; a pipe that nobody reads would block without O_NONBLOCK.
     m_descriptor = ::open(target, O_WRONLY | O_CLOEXEC | O_NONBLOCK);
     if (m_descriptor < 0)
