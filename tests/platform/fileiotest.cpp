@@ -6,7 +6,9 @@
 #include "support/tempfolder.h"
 
 #include <functional>
+#include <grp.h>
 #include <map>
+#include <unistd.h>
 
 using namespace wb;
 
@@ -108,6 +110,27 @@ TEST(FileIo, ReplacesKeepingModeAndLinks)
     EXPECT_EQ(folder.EntryCount(), 2U) << "no temporary stays";
     EXPECT_NE(file.Write(BytesOf("late")), FileError::None);
     EXPECT_NE(OutputFile().Commit(), FileError::None) << "nothing was opened";
+}
+
+// Two users who share a folder by a group of theirs.
+TEST(FileIo, ReplacesAnothersFileKeepingItsGroup)
+{
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only the superuser can be both";
+    constexpr gid_t shared = 40'002;
+    const TempFolder folder;
+    folder.Put("theirs", "old");
+    for (const std::string &path : {folder.Native(), folder.Native("theirs")})
+        ASSERT_TRUE(::chown(path.c_str(), 40'000, shared) == 0 && ::chmod(path.c_str(), 0770) == 0);
+    ASSERT_TRUE(::setgroups(1, &shared) == 0 && ::setegid(40'001) == 0 && ::seteuid(40'001) == 0);
+    const FileError error = WriteWholeFile(folder.Native("theirs"), BytesOf("new"));
+    ASSERT_TRUE(::seteuid(0) == 0 && ::setegid(0) == 0 && ::setgroups(0, nullptr) == 0);
+    EXPECT_EQ(error, FileError::None);
+    EXPECT_EQ(folder.Get("theirs"), "new");
+    struct stat facts = {};
+    ASSERT_EQ(::stat(folder.Native("theirs").c_str(), &facts), 0);
+    EXPECT_EQ(facts.st_gid, shared);
+    EXPECT_EQ(facts.st_mode & 0777, 0770U);
 }
 
 TEST(FileIo, TellsFactsAndMakesAndRemoves)
