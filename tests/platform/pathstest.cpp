@@ -24,6 +24,8 @@ TEST(NativePath, GoesBothWaysAndTakesWhatPeopleWrite)
     const std::string below = std::filesystem::current_path().string() + "/no-such";
     EXPECT_EQ(FromNativePath("no-such"), FromNativePath(below));
     EXPECT_EQ(ToNativePath(u"no-such"_qs), below);
+    const std::string above = std::filesystem::current_path().parent_path().string() + "/no-such";
+    EXPECT_EQ(ToNativePath(u"x\\..\\..\\no-such"_qs), above);
 }
 
 TEST(NativePath, LooksUpIgnoringCase)
