@@ -193,7 +193,8 @@ QString PathFromUserText(const QString &text)
         QStringView place = QStringView(text).sliced(fileUrl.size());
         if (place.startsWith(u"localhost/", Qt::CaseInsensitive))
             place = place.sliced(9);
-        return FromNativePath(QByteArray::fromPercentEncoding(place.toUtf8()).toStdString());
+        if (place.startsWith(u'/'))
+            return FromNativePath(QByteArray::fromPercentEncoding(place.toUtf8()).toStdString());
     }
     if (text.startsWith(u'/'))
         return FromNativePath(text.toUtf8().toStdString());
