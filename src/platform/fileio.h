@@ -24,9 +24,7 @@ enum class FileError : int {
 struct FileFacts {
     bool Exists = false; // a link counts as what it leads to
     bool IsFolder = false;
-    bool IsReadOnly = false; // this user can't write to it
-    bool IsHidden = false;   // its name begins with a dot
-    std::int64_t Size = 0;   // bytes; 0 for a folder
+    std::int64_t Size = 0; // bytes; 0 for a folder
 
     // Two files or folders that are one and the same have the same of both.
     std::uint64_t Volume = 0;

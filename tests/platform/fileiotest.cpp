@@ -136,18 +136,18 @@ TEST(FileIo, ReplacesAnothersFileKeepingItsGroup)
 TEST(FileIo, TellsFactsAndMakesAndRemoves)
 {
     const TempFolder folder;
-    ASSERT_EQ(WriteWholeFile(folder.Native(".hidden"), BytesOf("123")), FileError::None);
+    ASSERT_EQ(WriteWholeFile(folder.Native("file"), BytesOf("123")), FileError::None);
     EXPECT_EQ(MakeFolder(folder.Native("sub")), FileError::None);
     EXPECT_EQ(MakeFolder(folder.Native("sub")), FileError::None);
-    const FileFacts hidden = GetFileFacts(folder.Native(".hidden"));
-    EXPECT_TRUE(hidden.Exists && hidden.IsHidden && !hidden.IsFolder && hidden.Size == 3);
+    const FileFacts file = GetFileFacts(folder.Native("file"));
+    EXPECT_TRUE(file.Exists && !file.IsFolder && file.Size == 3);
     const FileFacts sub = GetFileFacts(folder.Native("sub"));
-    EXPECT_TRUE(sub.Exists && !sub.IsHidden && sub.IsFolder);
+    EXPECT_TRUE(sub.Exists && sub.IsFolder && sub.Size == 0);
     EXPECT_FALSE(GetFileFacts(folder.Native("none")).Exists);
     EXPECT_TRUE(CanWriteFolder(folder.Native()));
-    std::filesystem::permissions(folder.Native(".hidden"), std::filesystem::perms(0777));
-    EXPECT_FALSE(CanWriteFolder(folder.Native(".hidden")));
-    EXPECT_EQ(RemoveFile(folder.Native(".hidden")), FileError::None);
+    std::filesystem::permissions(folder.Native("file"), std::filesystem::perms(0777));
+    EXPECT_FALSE(CanWriteFolder(folder.Native("file")));
+    EXPECT_EQ(RemoveFile(folder.Native("file")), FileError::None);
     EXPECT_EQ(folder.EntryCount(), 1U);
 }
 
