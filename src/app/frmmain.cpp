@@ -234,6 +234,8 @@ void frmMain::GiveRoom(int page)
 void frmMain::PageShown(int page)
 {
     MakeOtherPages();
+    if (page != DatEditorIndex && m_viewer->Lists()->isAncestorOf(focusWidget()))
+        m_pages->currentWidget()->setFocus(); // from where the stack takes the focus along
     GiveRoom(page);
     m_pages->setCurrentIndex(page);
     if (page >= DrawnPages)
