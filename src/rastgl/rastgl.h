@@ -9,7 +9,7 @@
 //  - Sizes and counts go by reference where the interface has always had them so; they are only read.
 //  - Sizes must describe the buffers truly: the library trusts its caller, but never a file.
 //  - An empty picture (width or height not above 0) is no error: the function does nothing.
-//  - Paths are in the encoding that the machine's own fopen takes.
+//  - Paths are the machine's own, as platform/fileio.h takes them.
 //  - No function throws. The library keeps no state between calls but the pictures behind live handles.
 #pragma once
 
@@ -70,8 +70,8 @@ RASTGL_API void VTGF_DIB_CopyBuf(uint8_t *destination, const int32_t *byteCount,
 
 RASTGL_API void VTGF_DIB_Free(int32_t handle);
 
-// Writes the picture to `path`, replacing what is there. 1 when the file is complete, else 0 (a file that
-// could not be completed is removed). PNG keeps 24-bit pictures without and 32-bit ones with alpha. JPEG
+// Writes the picture to `path`. 1 when the file is complete; else 0, with an older file as it was and no part
+// of the new one. PNG keeps 24-bit pictures without and 32-bit ones with alpha. JPEG
 // takes a quality of 0 to 100 (larger values count as 100) and composes transparent areas over black.
 RASTGL_API int32_t VTGF_Write_PNG_File(const char *path, int32_t handle);
 RASTGL_API int32_t VTGF_Write_JPEG_File(const char *path, int32_t handle, const int32_t *quality);

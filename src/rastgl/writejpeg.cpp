@@ -1,5 +1,5 @@
 // Writing of JPEG files through libjpeg.
-#include "rastgl/filebytes.h"
+#include "platform/fileio.h"
 #include "rastgl/jpegerrors.h"
 #include "rastgl/picture.h"
 #include "rastgl/rastgl.h"
@@ -77,6 +77,9 @@ int32_t VTGF_Write_JPEG_File(const char *path, int32_t handle, const int32_t *qu
         std::vector<std::uint8_t> row(std::size_t(picture->width) * 4);
         const bool encoded = RunUntilJump(
             write.errors.jump, [&] { Encode(write, *picture, std::clamp(*quality, 0, 100), row); });
-        return encoded && ReplaceFile(path, Bytes(write.file, write.fileBytes)) ? 1 : 0;
+        const Bytes file(write.file, write.fileBytes);
+        const bool isWritten =
+            encoded && wb::WriteWholeFile(path, file, {.IsFlushed = false}) == wb::FileError::None;
+        return isWritten ? 1 : 0;
     });
 }
