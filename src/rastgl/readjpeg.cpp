@@ -18,11 +18,7 @@ struct JpegRead {
     std::size_t wholeBytes = 0;     // what the scans took of the file before an error
     std::vector<std::uint8_t> inks; // one row of C, M, Y, K
 
-    JpegRead()
-    {
-        info.err = &errors;
-        jpeg_create_decompress(&info);
-    }
+    JpegRead() { info.err = &errors; }
     ~JpegRead() { jpeg_destroy_decompress(&info); }
     JpegRead(const JpegRead &) = delete;
     JpegRead &operator=(const JpegRead &) = delete;
@@ -39,6 +35,7 @@ bool Begin(JpegRead &read, Bytes file)
     // A block of 64 pixels takes at least one bit.
     constexpr std::int64_t PixelsPerByte = 64 * 8;
 
+    jpeg_create_decompress(&read.info);
     jpeg_mem_src(&read.info, file.data(), static_cast<unsigned long>(file.size()));
     jpeg_read_header(&read.info, TRUE);
     if (!IsPlausible(read.info.image_width, read.info.image_height, file.size(), PixelsPerByte))
