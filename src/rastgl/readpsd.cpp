@@ -212,7 +212,7 @@ void RemoveWhite(Picture &picture)
         const int alpha = pixel[3];
         for (int channel = 0; channel < 3; ++channel) {
             const int colour = std::max(pixel[channel] - (255 - alpha), 0);
-            pixel[channel] = alpha == 0 ? 0 : std::uint8_t(std::min((colour * 255 + alpha / 2) / alpha, 255));
+            pixel[channel] = alpha == 0 ? 0 : std::uint8_t((colour * 255 + alpha / 2) / alpha);
         }
     }
 }

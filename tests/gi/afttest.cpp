@@ -80,6 +80,14 @@ TEST(Aft, DrawsGlyphsAsWorkedOutAndSideBySide)
     }
 }
 
+TEST(Aft, CountsTheBytesOfAlphaAgainstThoseCoded)
+{
+    ByteArray font = TableFont();
+    const std::uint8_t edges[] = {0x81, 'a'}; // of the first glyph; their number of bytes stands before
+    PutLong(font, std::int32_t(std::ranges::search(font, edges).begin() - font.begin()) - 16, 4);
+    EXPECT_EQ("b.......", Written(ReadAftFrames(font, 0).at(1), 0).at(1));
+}
+
 TEST(Aft, ABlackPixelWithoutAlphaLeavesWhatIsThere)
 {
     ByteArray font = TableFont();
