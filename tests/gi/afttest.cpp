@@ -3,6 +3,7 @@
 #include "gi/aftreader.h"
 #include "support/table.h"
 
+#include <algorithm>
 #include <random>
 
 namespace wb::test
@@ -84,7 +85,8 @@ TEST(Aft, CountsTheBytesOfAlphaAgainstThoseCoded)
 {
     ByteArray font = TableFont();
     const std::uint8_t edges[] = {0x81, 'a'}; // of the first glyph; their number of bytes stands before
-    PutLong(font, std::int32_t(std::ranges::search(font, edges).begin() - font.begin()) - 16, 4);
+    const auto found = std::search(font.begin(), font.end(), std::begin(edges), std::end(edges));
+    PutLong(font, std::int32_t(found - font.begin()) - 16, 4);
     EXPECT_EQ("b.......", Written(ReadAftFrames(font, 0).at(1), 0).at(1));
 }
 
