@@ -1,3 +1,4 @@
+#include "archive/zlblock.h"
 #include "dat/dateditor.h"
 #include "dat/datreader.h"
 #include "support/fulldisk.h"
@@ -68,6 +69,18 @@ TEST(DatReading, EndsWithinABlockWhenItIsAbortedOrTakesTooMuch)
             EXPECT_EQ(last + limit == 0 ? 1'000'001 : 0, read.Count()) << last << ' ' << limit;
             EXPECT_EQ(last > 0, steps == 3) << steps << ' ' << limit;
         }
+}
+
+TEST(DatReading, TakesMemoryInProportionToTheFile)
+{
+    ByteArray bytes = MadeDat(u"P4000000"_s), packed;
+    bytes.resize(bytes.size() + 20'000'000, 0);
+    ZlBlockPack(packed, bytes);
+    EXPECT_EQ(0, DatParse(packed).Count()) << packed.size();
+    DatTree tree = DatParse(std::move(bytes));
+    EXPECT_EQ(4'000'001, tree.Count());
+    tree.IsZL = true;
+    EXPECT_TRUE(DatSerialize(tree).empty()) << "it would not be read again";
 }
 
 class Editor : public testing::Test
