@@ -54,7 +54,10 @@ void PackPlan::ListFolderForPack(PackFolder &folder, const QString &path, const 
                                  const QString &logPrefix)
 {
     std::vector<FolderEntry> found;
-    if (ScanFolder(native, found) != FileError::None)
+    const FileError error = ScanFolder(native, found);
+    if (&folder == &m_root)
+        m_error = error;
+    else if (error != FileError::None)
         folder.Errors.push_back(QStringLiteral("ERR: Нет доступа к папке: ") + logPrefix);
     std::stable_partition(found.begin(), found.end(),
                           [](const FolderEntry &entry) { return entry.Kind == EntryKind::Folder; });

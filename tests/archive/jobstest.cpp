@@ -7,6 +7,7 @@
 
 #include <map>
 #include <random>
+#include <sys/fsuid.h>
 
 using namespace Qt::StringLiterals;
 using namespace wb;
@@ -214,6 +215,20 @@ TEST_F(Jobs, LoseAnOlderArchiveOnlyToAWholeOne)
     EXPECT_TRUE(lines[0].endsWith(u"made (прервано).pkg"_s));
     EXPECT_EQ("older", folder.Get("made.pkg"));
     EXPECT_EQ('\4', folder.Get("made (прервано).pkg")[0]);
+}
+
+TEST_F(Jobs, LoseAnOlderArchiveToNoFolderThatCannotBeListed)
+{
+    folder.MakeFolder("tree");
+    folder.Put("made.pkg", "older");
+    for (const std::string &path : {folder.Native(), folder.Native("tree"), folder.Native("made.pkg")})
+        ::chmod(path.c_str(), path.ends_with("tree") ? 0311 : 0777);
+    const int user = ::setfsuid(65534); // the superuser may list anything
+    EXPECT_EQ(JobEnd::Failed, Pack());
+    ::setfsuid(uid_t(user));
+    EXPECT_EQ(QStringList(u"File access denied."_s), boxes);
+    EXPECT_EQ(QStringList(u"Ошибка: неверный путь "_s + packing.Folder), lines);
+    EXPECT_EQ("older", folder.Get("made.pkg"));
 }
 
 TEST_F(Jobs, NeverWriteOutsideTheTarget)
