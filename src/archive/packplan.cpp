@@ -106,7 +106,6 @@ void PackPlan::AddFile(PackFolder &folder, PackItem item)
     item.Entry.Type = isStored ? PkgStored : PkgPacked;
     ++m_items;
     m_bytes += item.Size;
-    m_largest = std::max(m_largest, item.Size);
     folder.Items.push_back(std::move(item));
     m_files.push_back(&folder.Items.back());
 }

@@ -53,7 +53,6 @@ public:
     const std::vector<const PackItem *> &Files() const { return m_files; }
     std::int32_t ItemCount() const { return m_items; }
     std::int64_t ByteCount() const { return m_bytes; }
-    std::int64_t LargestFile() const { return m_largest; }
 
 private:
     void ListFolderForPack(PackFolder &folder, const QString &path, const std::string &native,
@@ -70,7 +69,6 @@ private:
     std::vector<const PackItem *> m_files;
     std::int32_t m_items = 0;
     std::int64_t m_bytes = 0;
-    std::int64_t m_largest = 0;
 };
 
 } // namespace wb
