@@ -217,18 +217,38 @@ TEST_F(Jobs, LoseAnOlderArchiveOnlyToAWholeOne)
     EXPECT_EQ('\4', folder.Get("made (прервано).pkg")[0]);
 }
 
-TEST_F(Jobs, LoseAnOlderArchiveToNoFolderThatCannotBeListed)
+// A file that can't be read is empty in the archive; a folder that can't be listed makes none at all.
+TEST_F(Jobs, TellWhatCannotBeRead)
 {
-    folder.MakeFolder("tree");
-    folder.Put("made.pkg", "older");
-    for (const std::string &path : {folder.Native(), folder.Native("tree"), folder.Native("made.pkg")})
-        ::chmod(path.c_str(), path.ends_with("tree") ? 0311 : 0777);
-    const int user = ::setfsuid(65534); // the superuser may list anything
-    EXPECT_EQ(JobEnd::Failed, Pack());
-    ::setfsuid(uid_t(user));
+    MakeFiles("archive/unreadable.txt");
+    const auto packWithout = [this](const char *path, int rights) {
+        ::chmod(folder.Native(path).c_str(), mode_t(rights));
+        const int user = ::setfsuid(65534); // the superuser may read anything
+        const JobEnd end = Pack();
+        ::setfsuid(uid_t(user));
+        return end;
+    };
+    ::chmod(folder.Native().c_str(), 0777);
+    for (const char *path : {"tree/a.txt", "tree/b.png", "tree/f"})
+        EXPECT_EQ(JobEnd::Done, packWithout(path, 0));
+    EXPECT_EQ(ReadFixture("archive/unreadablelog.txt"), Log());
+    const std::string older = folder.Get("made.pkg");
+    EXPECT_EQ(JobEnd::Failed, packWithout("tree", 0311));
     EXPECT_EQ(QStringList(u"File access denied."_s), boxes);
     EXPECT_EQ(QStringList(u"Ошибка: неверный путь "_s + packing.Folder), lines);
-    EXPECT_EQ("older", folder.Get("made.pkg"));
+    EXPECT_EQ(older, folder.Get("made.pkg"));
+    ::chmod(folder.Native("tree").c_str(), 0700); // so that it can be removed
+}
+
+TEST_F(Jobs, LeaveTheArchiveOutOfItself)
+{
+    folder.MakeFolder("tree");
+    folder.Put("tree/other.pkg");
+    packing.ArchivePath = folder.Path(u"tree\\made.pkg"_s);
+    for (int run = 0; run < 2; ++run) {
+        EXPECT_EQ(JobEnd::Done, Pack());
+        EXPECT_EQ(Tree({{"other.pkg", "x"}}), ArchiveTree()) << run;
+    }
 }
 
 TEST_F(Jobs, NeverWriteOutsideTheTarget)
