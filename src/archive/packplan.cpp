@@ -16,7 +16,7 @@ namespace
 
 constexpr std::int64_t WorthCompressing = 128;
 
-// What the names of one folder lose in an archive.
+// What the names of one folder lose in an archive, where they are looked up ignoring case.
 void CheckNames(const PackFolder &folder, const QString &prefix, std::vector<QString> &errors)
 {
     QHash<QString, QString> written;
@@ -25,9 +25,10 @@ void CheckNames(const PackFolder &folder, const QString &prefix, std::vector<QSt
         const QString stored = PkgWrittenName(name);
         if (stored != name.left(PkgNameSize) || !IsSafeEntryName(stored))
             errors.push_back(QStringLiteral("ERR: Имя не сохранится в архиве: ") + prefix + name);
-        const auto same = written.constFind(stored);
+        const QString key = stored.toUpper();
+        const auto same = written.constFind(key);
         if (same == written.constEnd())
-            written.insert(stored, name);
+            written.insert(key, name);
         else
             errors.push_back(
                 QStringLiteral("ERR: Имена совпадут в архиве: %1%2, %1%3").arg(prefix, *same, name));
