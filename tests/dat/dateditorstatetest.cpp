@@ -151,6 +151,18 @@ TEST_F(Editor, NothingChangesTheDocumentWhileItIsReadOrWritten)
     EXPECT_FALSE(editor.State().DocOpen() || editor.IsBusy());
 }
 
+// The window closes behind such a save; no picker may come up over it.
+TEST_F(Editor, OpeningEndsWithTheSaveThatIsAborted)
+{
+    progress.action = [this] { editor.AbortReading(); };
+    dialogs.answers = {{u"Файл a.dat был изменен. Сохранить изменения?"_s, u"Вопрос"_s, u"yes"_s}};
+    editor.Open();
+    EXPECT_EQ(newer, folder.Get("a.dat"));
+    progress.action = [] {};
+    Open(u"a.dat"_s);
+    EXPECT_TRUE(editor.State().DocOpen());
+}
+
 } // namespace
 
 } // namespace wb
