@@ -130,6 +130,7 @@ void AnimCreatorPage::ToGai()
 
 void AnimCreatorPage::Clean()
 {
+    const Command command(*this);
     if (MayLoseWork())
         Release();
 }

@@ -124,7 +124,8 @@ void FramePage::Abort()
 
 bool FramePage::MayLoseWork()
 {
-    return !HasUnsavedWork() || AskToSave(m_dialogs, FileName(), [this] { return Save(); });
+    const auto save = [this] { return Save() && MayLoseWork(); }; // more may have come meanwhile
+    return !HasUnsavedWork() || AskToSave(m_dialogs, FileName(), save);
 }
 
 QString FramePage::PngFilter()

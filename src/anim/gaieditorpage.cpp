@@ -209,6 +209,7 @@ bool GaiEditorPage::Save()
 
 void GaiEditorPage::Clean()
 {
+    const Command command(*this);
     if (MayLoseWork())
         Release();
 }

@@ -194,6 +194,7 @@ bool HaiEditorPage::MayLoseStore()
 
 void HaiEditorPage::Clean()
 {
+    const Command command(*this);
     if (!MayLoseWork())
         return;
     m_project.Clean(HaiProject::Animation);

@@ -85,14 +85,27 @@ TEST_F(GaiEditor, TakesFramesOfTheViewer)
     EXPECT_TRUE(Find("picPage(2)")->isVisible());
     EXPECT_THAT(State(),
                 testing::EndsWith(" 0 0 5 3 0 0 50 >boom_001 boom_000 boom_001 boom_002 Кадры: 1 / 4 5 x 3"));
-    QTimer::singleShot(0, [&] { // while it saves
-        window->ShowPage(0);
-        Click("cmdCopyGAICR");
-        EXPECT_THAT(State(), testing::EndsWith("Создание GI-фреймов: 1 / 4"));
-    });
-    Do(u"cmdGAICR_SaveGAI"_s, u"GAI проект содержит ошибки. Продолжить?=Ошибки=yes&GAI файлы "
-                              "(*.gai)|*.gai==@\\out.gai"_s);
+    const auto handOverMeanwhile = [&](const std::string &shown) {
+        QTimer::singleShot(0, [this, shown] {
+            window->ShowPage(0);
+            Click("cmdCopyGAICR");
+            EXPECT_THAT(State(), testing::EndsWith(shown));
+        });
+    };
+    handOverMeanwhile("Создание GI-фреймов: 1 / 4");
+    const QString errors = u"GAI проект содержит ошибки. Продолжить?=Ошибки=yes&"_s,
+                  target = u"GAI файлы (*.gai)|*.gai=%1=@\\out.gai"_s,
+                  question = u"Файл out.gai был изменен. Сохранить изменения?=Вопрос="_s;
+    Do(u"cmdGAICR_SaveGAI"_s, errors + target.arg(QString()));
     EXPECT_THAT(State(), testing::EndsWith(" boom_002 boom_001 Кадры: 1 / 5 5 x 3"));
+    // What comes while the old frames are saved goes neither with them nor with the window.
+    const QString yes = question + u"yes&"_s, again = target.arg(u"@\\out.gai"_s);
+    handOverMeanwhile("Создание GI-фреймов: 1 / 5");
+    Do(u"cmdGAICR_Clean"_s, yes + errors + again);
+    EXPECT_THAT(State(), testing::EndsWith(" >boom_001 Кадры: 1 / 1 5 x 3"));
+    handOverMeanwhile("Создание GI-фреймов: 1 / 1");
+    Do(u"cmdClose"_s, yes + again + u'&' + question + u"no"_s);
+    EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(GaiEditor, ReadsManyFramesAndEditsNegativeNumbers)
