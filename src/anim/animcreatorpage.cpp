@@ -124,8 +124,8 @@ void AnimCreatorPage::ToGai()
     QStringList names;
     for (std::int32_t i = 0; i < m_project.List().Count(); ++i)
         names << QStringLiteral("Buf_") + ZeroPad(i, 3);
-    Q_EMIT GaiEditorWanted(m_project.Frames(), names);
-    m_project.MarkHandedOn();
+    Q_EMIT GaiEditorWanted(m_project.Frames(), names,
+                           [this, number = m_project.BuildNumber()] { m_project.MarkHandedOn(number); });
 }
 
 void AnimCreatorPage::Clean()

@@ -21,8 +21,10 @@ public:
     void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
 
 Q_SIGNALS:
-    // The GAI editor should come forward and take these frames, which stay the creator's, under their names.
-    void GaiEditorWanted(std::span<const FrameBuf> frames, const QStringList &names);
+    // The GAI editor should come forward and take these frames, which stay the creator's, under their names,
+    // and call `taken` when it has them all.
+    void GaiEditorWanted(std::span<const FrameBuf> frames, const QStringList &names,
+                         const std::function<void()> &taken);
 
 protected:
     void StopJob() override { m_project.Stop(); }

@@ -32,7 +32,6 @@ public:
 
     // There are pictures, and something has changed since the frames were written or handed on.
     bool HasUnsavedWork() const { return m_list.HasUnsavedWork(); }
-    void MarkHandedOn() { m_list.SetModified(false); }
 
     void Clean();
 
@@ -74,6 +73,11 @@ public:
     // The frame or picture that is shown; null without any.
     const FrameBuf *ShownFrame() const;
 
+    // The number of what was built last. Nothing happens when the frames handed on are no longer those that
+    // are shown.
+    std::int32_t BuildNumber() const { return m_buildNumber; }
+    void MarkHandedOn(std::int32_t buildNumber);
+
     // Writes the frames that are shown, each to its file, going on after one that can't be written.
     SaveEnd WritePngs(const QString &path, const FrameStep &step);
 
@@ -95,6 +99,7 @@ private:
     std::vector<FrameBuf> m_frames;
     Unshown m_notShown;
     bool m_isGenerated = false;
+    std::int32_t m_buildNumber = 0; // never the same twice
     std::int32_t m_unwritten = -1;
     FrameJob m_job;
 };

@@ -46,8 +46,9 @@ public:
     SaveEnd Save(const QString &path, const FrameStep &step,
                  const std::function<ByteArray(const GoOn &)> &make);
 
-    // Hands each frame over to `add`, with its name where there is one. Not while a job runs.
-    void AddFrames(std::vector<FrameBuf> frames, const QStringList &names, const FrameStep &step,
+    // Hands each frame over to `add`, with its name where there is one. False when it was stopped, or when a
+    // job runs already.
+    bool AddFrames(std::vector<FrameBuf> frames, const QStringList &names, const FrameStep &step,
                    const std::function<void(FrameBuf, const QString &)> &add);
 
     // Runs `add` for each file. False when it refused one that is there, or when a job runs already.

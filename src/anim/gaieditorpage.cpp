@@ -239,16 +239,19 @@ void GaiEditorPage::TakeFrames(std::span<const std::int32_t> handles, const QStr
                });
 }
 
-void GaiEditorPage::TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names)
+void GaiEditorPage::TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names,
+                                  const std::function<void()> &taken)
 {
     TakeCopies(
         frames.size(), [frames](std::size_t i) { return frames[i]; }, UiText(TextAddingFrames),
-        [this, names](std::vector<FrameBuf> copies, const FrameStep &step) {
+        [this, names, count = frames.size(), taken](std::vector<FrameBuf> copies, const FrameStep &step) {
             if (copies.empty())
                 return;
+            const bool hasAll = copies.size() == count;
             m_project.SetValue(GaiProject::Width, copies.front().Width);
             m_project.SetValue(GaiProject::Height, copies.front().Height);
-            m_project.AddGis(std::move(copies), names, step);
+            if (m_project.AddGis(std::move(copies), names, step) && hasAll)
+                taken();
             chkGAICR_HaveBg->setChecked(true);
         });
 }

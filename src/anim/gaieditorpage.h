@@ -30,7 +30,9 @@ public:
     void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
 
     // Likewise adds the frames of an animation that is drawn over a background and gives the box their size.
-    void TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names);
+    // Calls `taken` when all have been added.
+    void TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names,
+                       const std::function<void()> &taken);
 
 protected:
     void StopJob() override { m_project.Stop(); }

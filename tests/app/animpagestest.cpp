@@ -146,6 +146,28 @@ TEST_F(AnimCreator, OffersShowsAndAsks)
     EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(AnimCreator, HasHandedOnOnlyWhatWasTaken)
+{
+    const QString question = u"Новый файл был изменен. Сохранить изменения?=Вопрос="_s;
+    Do(u"drop s0.png s1.png s2.png"_s);
+    Click("cmdAnimCR_Gen");
+    QTimer::singleShot(0, [&] { Click("cmdClose"); }); // which stops the GAI editor, and that one asks
+    Do(u"cmdAnimCR_AddGAI"_s, question + u"no&"_s + question);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return dialogs.answers.empty(); }));
+    EXPECT_EQ(1, Find<ListBox>("lstGAICR_List")->ListCount());
+    window->ShowPage(4);
+    Do(u"cmdAnimCR_Clean"_s, question);
+    QTimer::singleShot(0, [&] { // others are built meanwhile
+        window->ShowPage(4);
+        for (const char *what : {"cmdAnimCR_Gen", "drop hole.png", "cmdAnimCR_Gen"})
+            Do(QLatin1String(what));
+    });
+    Do(u"cmdAnimCR_AddGAI"_s);
+    EXPECT_EQ(4, Find<ListBox>("lstGAICR_List")->ListCount());
+    window->ShowPage(4);
+    Do(u"cmdAnimCR_Clean"_s, question);
+}
+
 TEST_F(AnimCreator, GivesTheGaiEditorWhatPlaysBackAsThePictures)
 {
     FrameSet document;
