@@ -18,7 +18,7 @@ constexpr int GenWidth = 102; // for both of its captions
 } // namespace
 
 AnimCreatorPage::AnimCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent)
-    : FramePage(settings, dialogs, res, parent),
+    : ProjectPage(settings, dialogs, res, parent),
       m_list(new FrameListPane({QStringLiteral("lstAnimCR_List"), QStringLiteral("cmdAnimCR_Add"),
                                 QStringLiteral("cmdAnimCR_Remove"), QStringLiteral("cmdAnimCR_MoveFrame")},
                                res, this)),
@@ -49,10 +49,10 @@ void AnimCreatorPage::ConnectControls()
         });
     });
     ConnectDrops(m_list, [this](const QStringList &paths) { AddDropped(paths); });
-    ConnectList(m_list, m_project);
-    ConnectOrder(m_list, m_project);
+    ConnectList(m_list);
+    ConnectOrder(m_list);
     connect(cmdAnimCR_Gen, &QPushButton::clicked, this, &AnimCreatorPage::Generate);
-    connect(cmdAnimCR_Clean, &QPushButton::clicked, this, &AnimCreatorPage::Clean);
+    connect(cmdAnimCR_Clean, &QPushButton::clicked, this, [this] { Clean(); });
     connect(cmdAnimCR_SavePNG, &QPushButton::clicked, this, &AnimCreatorPage::Save);
     connect(cmdAnimCR_AddGAI, &QPushButton::clicked, this, &AnimCreatorPage::ToGai);
 }
@@ -126,19 +126,6 @@ void AnimCreatorPage::ToGai()
         names << QStringLiteral("Buf_") + ZeroPad(i, 3);
     Q_EMIT GaiEditorWanted(m_project.Frames(), names,
                            [this, number = m_project.BuildNumber()] { m_project.MarkHandedOn(number); });
-}
-
-void AnimCreatorPage::Clean()
-{
-    const Command command(*this);
-    if (MayLoseWork())
-        Release();
-}
-
-void AnimCreatorPage::Release()
-{
-    m_project.Clean();
-    ShowFrames();
 }
 
 void AnimCreatorPage::ShowFrames()

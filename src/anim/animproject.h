@@ -30,8 +30,12 @@ public:
     std::int32_t MainWidth() const;
     std::int32_t MainHeight() const;
 
-    // There are pictures, and something has changed since the frames were written or handed on.
-    bool HasUnsavedWork() const { return m_list.HasUnsavedWork(); }
+    // There are pictures to build frames of, more than one, and something has changed since the frames were
+    // written or handed on.
+    bool HasUnsavedWork() const { return m_list.Count() > 1 && m_list.HasUnsavedWork(); }
+
+    // None: the frames have a file each.
+    QString FileName() const { return {}; }
 
     void Clean();
 

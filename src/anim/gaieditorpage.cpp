@@ -37,7 +37,7 @@ struct GaiEditorPage::Number {
 
 GaiEditorPage::GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &log, const frmRes &res,
                              QWidget *parent)
-    : FramePage(settings, dialogs, res, parent), m_log(log),
+    : ProjectPage(settings, dialogs, res, parent), m_log(log),
       m_list(new FrameListPane({QStringLiteral("lstGAICR_List"), QStringLiteral("cmdGAICR_Add"),
                                 QStringLiteral("cmdGAICR_Remove"), QStringLiteral("cmdGAICR_MoveFrame")},
                                res, this)),
@@ -168,10 +168,10 @@ void GaiEditorPage::ConnectControls()
                 [this](const QStringList &paths) { AddFiles(paths); });
     });
     ConnectDrops(m_list, [this](const QStringList &paths) { AddDropped(paths); });
-    ConnectList(m_list, m_project);
-    ConnectOrder(m_list, m_project);
+    ConnectList(m_list);
+    ConnectOrder(m_list);
     connect(cmdGAICR_OpenGAI, &QPushButton::clicked, this, &GaiEditorPage::Open);
-    connect(cmdGAICR_Clean, &QPushButton::clicked, this, &GaiEditorPage::Clean);
+    connect(cmdGAICR_Clean, &QPushButton::clicked, this, [this] { Clean(); });
     connect(cmdGAICR_Compile, &QPushButton::clicked, this, &GaiEditorPage::Check);
     connect(cmdGAICR_SaveGAI, &QPushButton::clicked, this, &GaiEditorPage::Save);
     connect(optGAICR_GIType, &OptionFrame::Chosen, this, [this](int type) { m_project.SetGiType(type); });
@@ -205,19 +205,6 @@ bool GaiEditorPage::Save()
         return false;
     return SaveTo(GaiFilter(), UiText(TextCreatingGiFrames),
                   [this](const QString &path, const FrameStep &step) { return m_project.Save(path, step); });
-}
-
-void GaiEditorPage::Clean()
-{
-    const Command command(*this);
-    if (MayLoseWork())
-        Release();
-}
-
-void GaiEditorPage::Release()
-{
-    m_project.Clean();
-    ShowFrames();
 }
 
 void GaiEditorPage::AddDropped(const QStringList &paths)
