@@ -14,8 +14,8 @@ class AnimCreatorPage final : public ProjectPage<AnimProject>
 public:
     AnimCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent);
 
-    // Adds copies of the pictures that have the size of the first, each under its name, as soon as no command runs.
-    // The pictures are shown then.
+    // Adds copies of the pictures that have the size of the first, each under its name, as soon as no command
+    // runs. The pictures are shown then.
     void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
 
 Q_SIGNALS:
