@@ -114,8 +114,7 @@ bool AnimCreatorPage::MayReplacePngs(const QString &path)
     const QString question = replaced.size() == 1
                                  ? ReplaceQuestion(replaced.front())
                                  : tr("Файл %1 и другие (всего: %2) уже существуют. Заменить?")
-                                       .arg(GetFileName(replaced.front()))
-                                       .arg(replaced.size());
+                                       .arg(GetFileName(replaced.front()), QString::number(replaced.size()));
     return m_dialogs.Question(question, DefaultTitle);
 }
 

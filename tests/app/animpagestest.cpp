@@ -140,7 +140,7 @@ TEST_F(AnimCreator, OffersShowsAndAsks)
                   PixelAt("picAnimCR_Picture", Find("picAnimCR_Picture")->rect().center()).name())
             << row.line;
     }
-    for (const char *written : {"fire_000.png", "fire_001.png", "fire_002.png"})
+    for (const char *written : {"fire%1_000.png", "fire%1_001.png", "fire%1_002.png"})
         EXPECT_FALSE(folder.Get(written).empty()) << written;
     EXPECT_EQ("old", folder.Get("old_000.png") + folder.Get("old_001.png"));
     EXPECT_FALSE(window->isVisible());
