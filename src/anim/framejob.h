@@ -19,7 +19,7 @@ using FrameStep = std::function<void(std::int32_t done, std::int32_t all)>;
 // The same for the loop over the items, which ends there when it gives false.
 using GoOn = std::function<bool(std::int32_t done, std::int32_t all)>;
 
-// How saving ended. Only the first wrote anything.
+// How saving ended. Only the first replaced the file; of several files the others may have replaced some.
 enum class SaveEnd { Saved, Stopped, TooLarge, Failed };
 
 // How opening ended. Only after the first there is something to keep.
