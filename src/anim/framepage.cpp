@@ -124,8 +124,7 @@ void FramePage::Abort()
 
 bool FramePage::MayLoseWork()
 {
-    const auto save = [this] { return Save() && MayLoseWork(); }; // more may have come meanwhile
-    return !HasUnsavedWork() || AskToSave(m_dialogs, FileName(), save);
+    return !HasUnsavedWork() || AskToSave(m_dialogs, FileName(), [this] { return Save(); });
 }
 
 QString FramePage::PngFilter()

@@ -67,6 +67,7 @@ private:
     void CheckFocus();
     void ScrollByWheel(const QWheelEvent &event);
     bool IsBusy() const;
+    void StopUse();
     bool MayClose();
     void AbortJobs();
     void StayOpen();

@@ -90,6 +90,27 @@ TEST_F(HaiEditor, TakesFramesOfTheViewerAndStopsWhenTheWindowCloses)
     EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
 }
 
+TEST_F(HaiEditor, IsSavedWhenTheWindowClosesWhileNothingElseCanBeUsed)
+{
+    FrameSet document;
+    document.Pictures = {FrameBufToDib(MakeSprite(2))};
+    document.Count = 1;
+    window->findChild<Display *>()->Open(u"C:\\boom.gai"_s, [&] { return std::move(document); });
+    Do(u"drop 1.png 2.png"_s);
+    const QString question = u"Новый файл был изменен. Сохранить изменения?=Вопрос="_s;
+    Find("cmdHAICR_OpenHAI")->setFocus();
+    Do(u"cmdClose"_s, question);
+    EXPECT_EQ(Find("cmdHAICR_OpenHAI"), window->focusWidget());
+    QTimer::singleShot(0, [&] { // when the first frame is written
+        window->ShowPage(0);
+        Click("cmdCopyGAICR");
+    });
+    Do(u"cmdClose"_s, question + u"yes&HAI файлы (*.hai)|*.hai==@\\a.hai"_s);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(Find("picPage(3)")->isVisibleTo(window.get()));
+    EXPECT_EQ(0, Find<ListBox>("lstGAICR_List")->ListCount());
+}
+
 TEST_F(HaiEditor, HasTheFocusAgainWhenClosingIsCancelled)
 {
     for (const int page : {3, 0}) { // the one in view
