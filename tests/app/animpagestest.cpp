@@ -206,6 +206,7 @@ TEST_F(AnimCreator, GivesTheGaiEditorWhatPlaysBackAsThePictures)
     EXPECT_EQ("o oooo oo-- o >boom_000 boom_001 boom_002 Кадры: 1 / 3 64 x 48", State());
     Drop({u"noise.gi"_s}, Find<ListBox>("lstAnimCR_List")->viewport()); // arrives when it builds
     Click("cmdAnimCR_Gen");
+    EXPECT_FALSE(Find<ListBox>("lstAnimCR_List")->viewport()->acceptDrops());
     Click("cmdAnimCR_AddGAI");
     EXPECT_TRUE(Find("picPage(2)")->isVisible() && Find<QAbstractButton>("chkGAICR_HaveBg")->isChecked());
     EXPECT_EQ(u"64 48"_s,
@@ -216,6 +217,9 @@ TEST_F(AnimCreator, GivesTheGaiEditorWhatPlaysBackAsThePictures)
     ASSERT_EQ(3, played.Count);
     for (std::size_t i = 0; i < 3; ++i)
         EXPECT_TRUE(sources[i].Pixels == DibToFrameBuf(played.Pictures[i]).Pixels) << i;
+    window->ShowPage(0);
+    Click("cmdCopyAnimCR"); // to the pictures, which are shown again
+    EXPECT_THAT(State(), testing::StartsWith("o oooo oo-- o >boom_000 boom_001 boom_002 boom_000 "));
 }
 
 } // namespace
