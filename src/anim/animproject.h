@@ -77,9 +77,10 @@ public:
     // The frame or picture that is shown; null without any.
     const FrameBuf *ShownFrame() const;
 
-    // The number of what was built last. Nothing happens when the frames handed on are no longer those that
-    // are shown.
+    // Tells the frames that are shown from those of other builds.
     std::int32_t BuildNumber() const { return m_buildNumber; }
+
+    // The frames of that build have all been handed on. Nothing happens when they are no longer shown.
     void MarkHandedOn(std::int32_t buildNumber);
 
     // Writes the frames that are shown, each to its file, going on after one that can't be written.
