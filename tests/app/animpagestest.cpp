@@ -1,6 +1,4 @@
 #include "app/editortest.h"
-#include "gfx/pixels.h"
-#include "viewer/display.h"
 #include "viewer/documentloader.h"
 #include "widgets/filelistbox.h"
 
@@ -69,11 +67,7 @@ TEST_F(HaiEditor, KeepsIndexedFramesAsTheyAre)
 // A thousand frames are reduced to 256 colours while closing waits.
 TEST_F(HaiEditor, TakesFramesOfTheViewerAndStopsWhenTheWindowCloses)
 {
-    FrameSet document;
-    for (; document.Count < 1000; ++document.Count)
-        document.Pictures.push_back(FrameBufToDib(MakeSprite(2)));
-    window->ShowPage(0);
-    window->findChild<Display *>()->Open(u"C:\\boom.gai"_s, [&] { return std::move(document); });
+    View(u"C:\\boom.gai"_s, std::vector(1000, MakeSprite(2)));
     Click("cmdCopyHAICR");
     EXPECT_EQ("- oooo ooo - oooo ooo >boom_000 / Кадры: 1 / 1 128 x 128", State());
     window->ShowPage(0);
@@ -92,10 +86,8 @@ TEST_F(HaiEditor, TakesFramesOfTheViewerAndStopsWhenTheWindowCloses)
 
 TEST_F(HaiEditor, IsSavedWhenTheWindowClosesWhileNothingElseCanBeUsed)
 {
-    FrameSet document;
-    document.Pictures = {FrameBufToDib(MakeSprite(2))};
-    document.Count = 1;
-    window->findChild<Display *>()->Open(u"C:\\boom.gai"_s, [&] { return std::move(document); });
+    View(u"C:\\boom.gai"_s, {MakeSprite(2)});
+    window->ShowPage(3);
     Do(u"drop 1.png 2.png"_s);
     const QString question = u"Новый файл был изменен. Сохранить изменения?=Вопрос="_s;
     Find("cmdHAICR_OpenHAI")->setFocus();
@@ -107,7 +99,6 @@ TEST_F(HaiEditor, IsSavedWhenTheWindowClosesWhileNothingElseCanBeUsed)
     });
     Do(u"cmdClose"_s, question + u"yes&HAI файлы (*.hai)|*.hai==@\\a.hai"_s);
     EXPECT_FALSE(window->isVisible());
-    EXPECT_TRUE(Find("picPage(3)")->isVisibleTo(window.get()));
     EXPECT_EQ(0, Find<ListBox>("lstGAICR_List")->ListCount());
 }
 
@@ -191,11 +182,7 @@ TEST_F(AnimCreator, HasHandedOnOnlyWhatWasTaken)
 
 TEST_F(AnimCreator, GivesTheGaiEditorWhatPlaysBackAsThePictures)
 {
-    FrameSet document;
-    for (; document.Count < 3; ++document.Count)
-        document.Pictures.push_back(FrameBufToDib(sources[std::size_t(document.Count)]));
-    window->ShowPage(0);
-    window->findChild<Display *>()->Open(u"C:\\boom.hai"_s, [&] { return std::move(document); });
+    View(u"C:\\boom.hai"_s, sources);
     List()->setFocus();
     Key('n');
     EXPECT_EQ("- oooo -o-- - >boom_000 Кадры: 1 / 1 64 x 48", State());

@@ -1,8 +1,6 @@
 #include "anim/gaireader.h"
 #include "anim/gaiwriter.h"
 #include "app/editortest.h"
-#include "gfx/pixels.h"
-#include "viewer/display.h"
 #include "widgets/filelistbox.h"
 
 #include <QPlainTextEdit>
@@ -75,11 +73,7 @@ TEST_F(GaiEditor, PansAndPlaysUntilOneFrameIsLeft)
 
 TEST_F(GaiEditor, TakesFramesOfTheViewer)
 {
-    window->ShowPage(0);
-    FrameSet document;
-    for (; document.Count < 3; ++document.Count)
-        document.Pictures.push_back(FrameBufToDib(MakePicture(4 + document.Count, 3, 0x80FF0000)));
-    window->findChild<Display *>()->Open(u"C:\\a.pkg\\boom.hai"_s, [&] { return std::move(document); });
+    View(u"C:\\a.pkg\\boom.hai"_s, {MakePicture(4, 3, ~0U), MakePicture(5, 3, ~0U), MakePicture(6, 3, ~0U)});
     Find<QSlider>("sldFrame")->setValue(1);
     Click("cmdCopyGAICR");
     window->ShowPage(0);
@@ -127,9 +121,6 @@ TEST_F(GaiEditor, ReadsManyFramesAndEditsNegativeNumbers)
     list->SetTopIndex(3995);
     Click("cmdGAICR_MoveFrame(1)");
     EXPECT_EQ(3995, list->TopIndex());
-    list->SetTopIndex(0);
-    Click("cmdGAICR_MoveFrame(1)");
-    EXPECT_GT(list->TopIndex(), 3900); // the selected line is in view
     auto *box = Find<QLineEdit>("txtGAICR_StartX");
     box->setCursorPosition(3);
     for (const auto &[keys, text] : {std::pair("\b", "-1"), {"7", "-17"}, {"-", "-17"}, {"000", "-17000"}}) {
