@@ -52,8 +52,9 @@ std::int32_t RecordCount(const PkgArchive &archive, std::int32_t position)
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(GetLong(header, 4), 0, fitting));
 }
 
-PkgEntryList ReadRecords(const PkgArchive &archive, std::int32_t position, std::int64_t count,
-                         const QString &folder)
+// The first `count` records of the directory at `position`.
+PkgEntryList PkgReadDirectory(const PkgArchive &archive, std::int32_t position, std::int64_t count,
+                              const QString &folder)
 {
     ByteArray bytes(std::size_t(count * PkgRecordSize));
     bytes.resize(archive.File.ReadAt(std::int64_t(position) + PkgDirectoryHeaderSize, bytes));
@@ -106,11 +107,6 @@ PkgHandle PkgOpenRead(const QString &path, FileError &error)
     return archive;
 }
 
-PkgEntryList PkgReadDirectory(const PkgArchive &archive, std::int32_t position, const QString &folder)
-{
-    return ReadRecords(archive, position, RecordCount(archive, position), folder);
-}
-
 PkgWalk::PkgWalk(const PkgArchive &archive)
     : m_archive(archive), m_recordsLeft(RecordsIn(archive.File.Size()))
 {
@@ -129,7 +125,7 @@ PkgEntryList PkgWalk::Enter(std::int32_t position, const QString &folder)
     m_entered.insert(position);
     const std::int64_t count = std::min<std::int64_t>(RecordCount(m_archive, position), m_recordsLeft);
     m_recordsLeft -= count;
-    return ReadRecords(m_archive, position, count, folder);
+    return PkgReadDirectory(m_archive, position, count, folder);
 }
 
 PkgEntryList PkgReadTree(const PkgArchive &archive, std::int32_t position)
