@@ -37,8 +37,12 @@ public:
     // are left out. Empty when the walk may not enter it.
     PkgEntryList Enter(std::int32_t position, const QString &folder);
 
+    // Whether the last call of Enter read every record that its directory states.
+    bool IsWhole() const { return m_isWhole; }
+
 private:
     const PkgArchive &m_archive;
+    bool m_isWhole = true;
     std::int64_t m_recordsLeft;
     std::set<std::int32_t> m_entered;
 };

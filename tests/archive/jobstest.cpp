@@ -292,8 +292,8 @@ TEST_F(Jobs, UnpackAnythingWithinTheTarget)
         folder.Put("made.pkg", bytes);
         EXPECT_NE(JobEnd::Aborted, Unpack()) << run;
         EXPECT_EQ(3U, folder.EntryCount()) << run;
-        for (const auto &[path, content] : run < whole.size() ? TreeOf("out") : Tree())
-            EXPECT_TRUE(content == tree.at(path) || !lines.filter(u"повреждён"_s).isEmpty()) << run << path;
+        EXPECT_TRUE(run >= whole.size() || TreeOf("out") == tree || !lines.filter(u"поврежд"_s).isEmpty())
+            << run;
     }
 }
 
