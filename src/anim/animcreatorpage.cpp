@@ -18,7 +18,7 @@ constexpr int GenWidth = 102; // for both of its captions
 } // namespace
 
 AnimCreatorPage::AnimCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent)
-    : FramePage(settings, dialogs, res, parent),
+    : ProjectPage(settings, dialogs, res, parent),
       m_list(new FrameListPane({QStringLiteral("lstAnimCR_List"), QStringLiteral("cmdAnimCR_Add"),
                                 QStringLiteral("cmdAnimCR_Remove"), QStringLiteral("cmdAnimCR_MoveFrame")},
                                res, this)),
@@ -49,10 +49,10 @@ void AnimCreatorPage::ConnectControls()
         });
     });
     ConnectDrops(m_list, [this](const QStringList &paths) { AddDropped(paths); });
-    ConnectList(m_list, m_project);
-    ConnectOrder(m_list, m_project);
+    ConnectList(m_list);
+    ConnectOrder(m_list);
     connect(cmdAnimCR_Gen, &QPushButton::clicked, this, &AnimCreatorPage::Generate);
-    connect(cmdAnimCR_Clean, &QPushButton::clicked, this, &AnimCreatorPage::Clean);
+    connect(cmdAnimCR_Clean, &QPushButton::clicked, this, [this] { Clean(); });
     connect(cmdAnimCR_SavePNG, &QPushButton::clicked, this, &AnimCreatorPage::Save);
     connect(cmdAnimCR_AddGAI, &QPushButton::clicked, this, &AnimCreatorPage::ToGai);
 }
@@ -114,8 +114,7 @@ bool AnimCreatorPage::MayReplacePngs(const QString &path)
     const QString question = replaced.size() == 1
                                  ? ReplaceQuestion(replaced.front())
                                  : tr("Файл %1 и другие (всего: %2) уже существуют. Заменить?")
-                                       .arg(GetFileName(replaced.front()))
-                                       .arg(replaced.size());
+                                       .arg(GetFileName(replaced.front()), QString::number(replaced.size()));
     return m_dialogs.Question(question, DefaultTitle);
 }
 
@@ -124,20 +123,8 @@ void AnimCreatorPage::ToGai()
     QStringList names;
     for (std::int32_t i = 0; i < m_project.List().Count(); ++i)
         names << QStringLiteral("Buf_") + ZeroPad(i, 3);
-    Q_EMIT GaiEditorWanted(m_project.Frames(), names);
-    m_project.MarkHandedOn();
-}
-
-void AnimCreatorPage::Clean()
-{
-    if (MayLoseWork())
-        Release();
-}
-
-void AnimCreatorPage::Release()
-{
-    m_project.Clean();
-    ShowFrames();
+    Q_EMIT GaiEditorWanted(m_project.Frames(), names,
+                           [this, number = m_project.BuildNumber()] { m_project.MarkHandedOn(number); });
 }
 
 void AnimCreatorPage::ShowFrames()

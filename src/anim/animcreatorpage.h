@@ -2,36 +2,29 @@
 #pragma once
 
 #include "anim/animproject.h"
-#include "anim/framepage.h"
+#include "anim/projectpage.h"
 
 namespace wb
 {
 
-class AnimCreatorPage final : public FramePage
+class AnimCreatorPage final : public ProjectPage<AnimProject>
 {
     Q_OBJECT
 
 public:
     AnimCreatorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent);
 
-    void Release() override;
-
-    // Adds copies of the pictures that have the size of the first, each under its name, when no command runs.
-    // The pictures are shown then.
+    // Adds copies of the pictures that have the size of the first, each under its name, as soon as no command
+    // runs. The pictures are shown then.
     void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
 
 Q_SIGNALS:
-    // The GAI editor should come forward and take these frames, which stay the creator's, under their names.
-    void GaiEditorWanted(std::span<const FrameBuf> frames, const QStringList &names);
+    // The GAI editor should come forward and take these frames, which stay the creator's, under their names,
+    // and call `taken` when it has them all.
+    void GaiEditorWanted(std::span<const FrameBuf> frames, const QStringList &names,
+                         const std::function<void()> &taken);
 
 protected:
-    void StopJob() override { m_project.Stop(); }
-    // One picture alone gives no frames.
-    bool HasUnsavedWork() const override
-    {
-        return m_project.List().Count() > 1 && m_project.HasUnsavedWork();
-    }
-    QString FileName() const override { return {}; }
     bool Save() override; // builds the frames first
     void ShowFrames() override;
     void ShowFrame() override;
@@ -41,13 +34,11 @@ private:
 
     bool AddFiles(const QStringList &paths);
     void AddDropped(const QStringList &paths);
-    void Clean();
     void Generate();
     bool MayReplacePngs(const QString &path);
     void ToGai();
     void ShowUnshown();
 
-    AnimProject m_project;
     FrameListPane *m_list;
     QPushButton *cmdAnimCR_Gen;
     QPushButton *cmdAnimCR_Clean;

@@ -36,8 +36,11 @@ std::int32_t AnimProject::MainHeight() const
 
 void AnimProject::Clean()
 {
-    if (!IsBusy())
-        *this = AnimProject();
+    if (IsBusy())
+        return;
+    const std::int32_t buildNumber = m_buildNumber;
+    *this = AnimProject();
+    m_buildNumber = buildNumber;
 }
 
 bool AnimProject::Append(FrameBuf picture, const QString &name)
@@ -98,6 +101,7 @@ void AnimProject::Build(const FrameStep &step)
     const std::int32_t count = m_list.Count();
     if (!MayChange() || count < 2)
         return;
+    ++m_buildNumber;
     m_notShown = {};
     m_frames.resize(std::size_t(count));
     Resize(m_frames.front(), m_list.Frames().front());
@@ -120,6 +124,12 @@ void AnimProject::GoBack()
 const FrameBuf *AnimProject::ShownFrame() const
 {
     return m_isGenerated ? &m_frames[std::size_t(m_list.Current())] : m_list.CurrentFrame();
+}
+
+void AnimProject::MarkHandedOn(std::int32_t buildNumber)
+{
+    if (m_isGenerated && buildNumber == m_buildNumber)
+        m_list.SetModified(false);
 }
 
 SaveEnd AnimProject::WritePngs(const QString &path, const FrameStep &step)

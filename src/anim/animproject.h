@@ -30,9 +30,12 @@ public:
     std::int32_t MainWidth() const;
     std::int32_t MainHeight() const;
 
-    // There are pictures, and something has changed since the frames were written or handed on.
-    bool HasUnsavedWork() const { return m_list.HasUnsavedWork(); }
-    void MarkHandedOn() { m_list.SetModified(false); }
+    // There are pictures to build frames of, more than one, and something has changed since the frames were
+    // written or handed on.
+    bool HasUnsavedWork() const { return m_list.Count() > 1 && m_list.HasUnsavedWork(); }
+
+    // None: the frames have a file each.
+    QString FileName() const { return {}; }
 
     void Clean();
 
@@ -74,6 +77,12 @@ public:
     // The frame or picture that is shown; null without any.
     const FrameBuf *ShownFrame() const;
 
+    // Tells the frames that are shown from those of other builds.
+    std::int32_t BuildNumber() const { return m_buildNumber; }
+
+    // The frames of that build have all been handed on. Nothing happens when they are no longer shown.
+    void MarkHandedOn(std::int32_t buildNumber);
+
     // Writes the frames that are shown, each to its file, going on after one that can't be written.
     SaveEnd WritePngs(const QString &path, const FrameStep &step);
 
@@ -95,6 +104,7 @@ private:
     std::vector<FrameBuf> m_frames;
     Unshown m_notShown;
     bool m_isGenerated = false;
+    std::int32_t m_buildNumber = 0; // never the same twice
     std::int32_t m_unwritten = -1;
     FrameJob m_job;
 };

@@ -47,8 +47,8 @@ private:
     std::mutex m_mutex; // guards what follows, but for the bytes of a slot while its block is expanded
     std::condition_variable m_blockWaits;
     std::condition_variable m_blockDone;
-    std::vector<Slot>
-        m_slots; // for the blocks from the front on, in turn: memory is kept from block to block
+    // For the blocks from the front on, in turn: memory is kept from block to block.
+    std::vector<Slot> m_slots;
     std::size_t m_front = 0;
     std::size_t m_unclaimed = 0; // the first block that nobody took
     bool m_stopping = false;

@@ -40,12 +40,12 @@ SaveEnd FrameJob::Save(const QString &path, const FrameStep &step,
     return WriteFileBytes(path, file) ? SaveEnd::Saved : SaveEnd::Failed;
 }
 
-void FrameJob::AddFrames(std::vector<FrameBuf> frames, const QStringList &names, const FrameStep &step,
+bool FrameJob::AddFrames(std::vector<FrameBuf> frames, const QStringList &names, const FrameStep &step,
                          const std::function<void(FrameBuf, const QString &)> &add)
 {
     if (IsBusy())
-        return;
-    Run(step, [&](const GoOn &goOn) {
+        return false;
+    return Run(step, [&](const GoOn &goOn) {
         const auto count = std::int32_t(frames.size());
         for (std::int32_t i = 0; i < count; ++i) {
             add(std::move(frames[std::size_t(i)]), names.value(i));

@@ -19,7 +19,7 @@ using FrameStep = std::function<void(std::int32_t done, std::int32_t all)>;
 // The same for the loop over the items, which ends there when it gives false.
 using GoOn = std::function<bool(std::int32_t done, std::int32_t all)>;
 
-// How saving ended. Only the first wrote anything.
+// How saving ended. Only the first replaced the file; of several files the others may have replaced some.
 enum class SaveEnd { Saved, Stopped, TooLarge, Failed };
 
 // How opening ended. Only after the first there is something to keep.
@@ -46,8 +46,9 @@ public:
     SaveEnd Save(const QString &path, const FrameStep &step,
                  const std::function<ByteArray(const GoOn &)> &make);
 
-    // Hands each frame over to `add`, with its name where there is one. Not while a job runs.
-    void AddFrames(std::vector<FrameBuf> frames, const QStringList &names, const FrameStep &step,
+    // Hands each frame over to `add`, with its name where there is one. False when it was stopped, or when a
+    // job runs already.
+    bool AddFrames(std::vector<FrameBuf> frames, const QStringList &names, const FrameStep &step,
                    const std::function<void(FrameBuf, const QString &)> &add);
 
     // Runs `add` for each file. False when it refused one that is there, or when a job runs already.

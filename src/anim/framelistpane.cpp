@@ -130,10 +130,7 @@ void FrameListPane::SetChangeable(bool isChangeable)
 
 void FrameListPane::ShowFrames(const FrameList &frames)
 {
-    const int top = m_list->TopIndex();
     m_list->SetRows(std::make_shared<Rows>(frames.Names()), frames.Selected());
-    m_list->SetTopIndex(top);
-    m_list->scrollTo(m_list->currentIndex());
 }
 
 } // namespace wb

@@ -63,13 +63,6 @@ protected:
     Columns LayOut(FrameListPane *list, std::initializer_list<QPushButton *> left,
                    std::initializer_list<QPushButton *> right, const QString &tag);
 
-    // Let a list select and remove frames of a project, and with the preview move them and move through them.
-    // `which` is the name of the list where the project has several.
-    template <typename Project, typename... ListName>
-    void ConnectList(FrameListPane *list, Project &project, ListName... which);
-    template <typename Project, typename... ListName>
-    void ConnectOrder(FrameListPane *list, Project &project, ListName... which);
-
     // Hands over files that are dropped on a list, but for those that arrive while a command runs.
     void ConnectDrops(FrameListPane *list, const std::function<void(const QStringList &)> &add);
 
@@ -148,31 +141,5 @@ private:
     int m_commands = 0;                           // that run, one inside another
     std::vector<std::function<void()>> m_waiting; // for their end
 };
-
-template <typename Project, typename... ListName>
-void FramePage::ConnectList(FrameListPane *list, Project &project, ListName... which)
-{
-    connect(list, &FrameListPane::RemoveWanted, this, [this, &project, which...] {
-        project.RemoveSelected(which...);
-        ShowFrames();
-    });
-    connect(list, &FrameListPane::LineSelected, this, [this, &project, which...](int line) {
-        project.Select(which..., line);
-        ShowFrame();
-    });
-}
-
-template <typename Project, typename... ListName>
-void FramePage::ConnectOrder(FrameListPane *list, Project &project, ListName... which)
-{
-    connect(list, &FrameListPane::MoveWanted, this, [this, &project](int distance) {
-        project.MoveSelected(distance);
-        ShowFrames();
-    });
-    connect(m_preview, &FramePreview::FrameWanted, this, [this, &project, which...](int frame) {
-        project.SetCurrent(which..., frame);
-        ShowFrame();
-    });
-}
 
 } // namespace wb

@@ -37,7 +37,7 @@ struct GaiEditorPage::Number {
 
 GaiEditorPage::GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &log, const frmRes &res,
                              QWidget *parent)
-    : FramePage(settings, dialogs, res, parent), m_log(log),
+    : ProjectPage(settings, dialogs, res, parent), m_log(log),
       m_list(new FrameListPane({QStringLiteral("lstGAICR_List"), QStringLiteral("cmdGAICR_Add"),
                                 QStringLiteral("cmdGAICR_Remove"), QStringLiteral("cmdGAICR_MoveFrame")},
                                res, this)),
@@ -168,10 +168,10 @@ void GaiEditorPage::ConnectControls()
                 [this](const QStringList &paths) { AddFiles(paths); });
     });
     ConnectDrops(m_list, [this](const QStringList &paths) { AddDropped(paths); });
-    ConnectList(m_list, m_project);
-    ConnectOrder(m_list, m_project);
+    ConnectList(m_list);
+    ConnectOrder(m_list);
     connect(cmdGAICR_OpenGAI, &QPushButton::clicked, this, &GaiEditorPage::Open);
-    connect(cmdGAICR_Clean, &QPushButton::clicked, this, &GaiEditorPage::Clean);
+    connect(cmdGAICR_Clean, &QPushButton::clicked, this, [this] { Clean(); });
     connect(cmdGAICR_Compile, &QPushButton::clicked, this, &GaiEditorPage::Check);
     connect(cmdGAICR_SaveGAI, &QPushButton::clicked, this, &GaiEditorPage::Save);
     connect(optGAICR_GIType, &OptionFrame::Chosen, this, [this](int type) { m_project.SetGiType(type); });
@@ -207,18 +207,6 @@ bool GaiEditorPage::Save()
                   [this](const QString &path, const FrameStep &step) { return m_project.Save(path, step); });
 }
 
-void GaiEditorPage::Clean()
-{
-    if (MayLoseWork())
-        Release();
-}
-
-void GaiEditorPage::Release()
-{
-    m_project.Clean();
-    ShowFrames();
-}
-
 void GaiEditorPage::AddDropped(const QStringList &paths)
 {
     if (!AddFiles(paths))
@@ -238,16 +226,19 @@ void GaiEditorPage::TakeFrames(std::span<const std::int32_t> handles, const QStr
                });
 }
 
-void GaiEditorPage::TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names)
+void GaiEditorPage::TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names,
+                                  const std::function<void()> &taken)
 {
     TakeCopies(
         frames.size(), [frames](std::size_t i) { return frames[i]; }, UiText(TextAddingFrames),
-        [this, names](std::vector<FrameBuf> copies, const FrameStep &step) {
+        [this, names, count = frames.size(), taken](std::vector<FrameBuf> copies, const FrameStep &step) {
             if (copies.empty())
                 return;
+            const bool hasAll = copies.size() == count;
             m_project.SetValue(GaiProject::Width, copies.front().Width);
             m_project.SetValue(GaiProject::Height, copies.front().Height);
-            m_project.AddGis(std::move(copies), names, step);
+            if (m_project.AddGis(std::move(copies), names, step) && hasAll)
+                taken();
             chkGAICR_HaveBg->setChecked(true);
         });
 }

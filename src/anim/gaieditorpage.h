@@ -1,8 +1,8 @@
 // The "GAI Editor" page: makes an animation of frames, or changes one.
 #pragma once
 
-#include "anim/framepage.h"
 #include "anim/gaiproject.h"
+#include "anim/projectpage.h"
 #include "services/logwindow.h"
 
 #include <array>
@@ -17,25 +17,22 @@ namespace wb
 class NumberField;
 class OptionFrame;
 
-class GaiEditorPage final : public FramePage
+class GaiEditorPage final : public ProjectPage<GaiProject>
 {
     Q_OBJECT
 
 public:
     GaiEditorPage(Settings &settings, Dialogs &dialogs, LogWindow &log, const frmRes &res, QWidget *parent);
 
-    void Release() override;
-
-    // Adds copies of pictures, each under its name, when no command runs.
+    // Adds copies of pictures, each under its name, as soon as no command runs.
     void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
 
     // Likewise adds the frames of an animation that is drawn over a background and gives the box their size.
-    void TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names);
+    // Calls `taken` when all have been added.
+    void TakeAnimation(std::span<const FrameBuf> frames, const QStringList &names,
+                       const std::function<void()> &taken);
 
 protected:
-    void StopJob() override { m_project.Stop(); }
-    bool HasUnsavedWork() const override { return m_project.HasUnsavedWork(); }
-    QString FileName() const override { return m_project.FileName(); }
     bool Save() override;
     void ShowFrames() override;
     void ShowFrame() override;
@@ -54,14 +51,12 @@ private:
 
     void Open();
     bool Check();
-    void Clean();
     void AddDropped(const QStringList &paths);
     bool AddFiles(const QStringList &paths);
 
     void Refresh();
 
     LogWindow &m_log;
-    GaiProject m_project;
 
     FrameListPane *m_list;
     QPushButton *cmdGAICR_OpenGAI;

@@ -120,10 +120,11 @@ void GaiProject::AddPictures(std::vector<FrameBuf> pictures, const QStringList &
     });
 }
 
-void GaiProject::AddGis(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step)
+bool GaiProject::AddGis(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step)
 {
-    m_job.AddFrames(std::move(pictures), names, step,
-                    [this](FrameBuf picture, const QString &name) { Append(std::move(picture), name); });
+    return m_job.AddFrames(std::move(pictures), names, step, [this](FrameBuf picture, const QString &name) {
+        Append(std::move(picture), name);
+    });
 }
 
 bool GaiProject::AddFiles(const QStringList &paths, const FrameStep &step)

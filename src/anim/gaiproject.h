@@ -62,9 +62,11 @@ public:
     // A frame that is added gets a type by its transparency, and the delay shown. The first one gives the box
     // its size. Where there is no picture nothing is added.
 
-    // At the start of the box; where they lie.
+    // At the start of the box.
     void AddPictures(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step);
-    void AddGis(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step);
+
+    // Where they lie. False when it was stopped.
+    bool AddGis(std::vector<FrameBuf> pictures, const QStringList &names, const FrameStep &step);
 
     // Adds PNG and GI files under their names, the ones as pictures, the others as GIs. False when a file
     // that is there is neither.

@@ -37,11 +37,11 @@ struct HaiEditorPage::CopyButton {
 };
 
 HaiEditorPage::HaiEditorPage(Settings &settings, Dialogs &dialogs, const frmRes &res, QWidget *parent)
-    : FramePage(settings, dialogs, res, parent), m_lists{NewList(HaiProject::Animation,
-                                                                 {QStringLiteral("lstHAICR_List"),
-                                                                  QStringLiteral("cmdHAICR_Add(0)"),
-                                                                  QStringLiteral("cmdHAICR_Remove"),
-                                                                  QStringLiteral("cmdHAICR_MoveFrame")})},
+    : ProjectPage(settings, dialogs, res, parent), m_lists{NewList(HaiProject::Animation,
+                                                                   {QStringLiteral("lstHAICR_List"),
+                                                                    QStringLiteral("cmdHAICR_Add(0)"),
+                                                                    QStringLiteral("cmdHAICR_Remove"),
+                                                                    QStringLiteral("cmdHAICR_MoveFrame")})},
       cmdHAICR_OpenHAI(NewButton("cmdHAICR_OpenHAI", tr("Открыть HAI…"), tr("Открыть анимацию"))),
       cmdHAICR_Clean(NewButton("cmdHAICR_Clean", tr("Очистить"), tr("Убрать все кадры и начать заново"))),
       cmdHAICR_SaveHAI(
@@ -62,7 +62,7 @@ FrameListPane *HaiEditorPage::NewList(HaiProject::ListName list, const FrameList
         AddFrom(PngFilter(), [this, list](const QStringList &paths) { AddFiles(list, paths); });
     });
     ConnectDrops(pane, [this, list](const QStringList &paths) { AddFiles(list, paths); });
-    ConnectList(pane, m_project, list);
+    ConnectList(pane, list);
     for (const QAbstractButton *button : pane->findChildren<QAbstractButton *>())
         connect(button, &QAbstractButton::clicked, pane, &FrameListPane::FocusList);
     return pane;
@@ -132,9 +132,9 @@ QWidget *HaiEditorPage::MakeStore()
 void HaiEditorPage::ConnectControls()
 {
     FrameListPane *list = m_lists[HaiProject::Animation];
-    ConnectOrder(list, m_project, HaiProject::Animation);
+    ConnectOrder(list, HaiProject::Animation);
     connect(cmdHAICR_OpenHAI, &QPushButton::clicked, this, &HaiEditorPage::Open);
-    connect(cmdHAICR_Clean, &QPushButton::clicked, this, &HaiEditorPage::Clean);
+    connect(cmdHAICR_Clean, &QPushButton::clicked, this, [this] { Clean(HaiProject::Animation); });
     connect(cmdHAICR_SaveHAI, &QPushButton::clicked, this, &HaiEditorPage::Save);
     for (const QPushButton *button : {cmdHAICR_OpenHAI, cmdHAICR_Clean, cmdHAICR_SaveHAI})
         connect(button, &QPushButton::clicked, list, &FrameListPane::FocusList);
@@ -190,21 +190,6 @@ bool HaiEditorPage::MayLoseStore()
 {
     return m_project.List(HaiProject::Store).IsEmpty() ||
            m_dialogs.Question(tr("Кадры рабочего списка не сохраняются. Очистить его?"), tr("Вопрос"));
-}
-
-void HaiEditorPage::Clean()
-{
-    if (!MayLoseWork())
-        return;
-    m_project.Clean(HaiProject::Animation);
-    ShowFrames();
-}
-
-void HaiEditorPage::Release()
-{
-    m_project.Clean(HaiProject::Animation);
-    m_project.Clean(HaiProject::Store);
-    ShowFrames();
 }
 
 void HaiEditorPage::Redraw()

@@ -2,8 +2,8 @@
 // from.
 #pragma once
 
-#include "anim/framepage.h"
 #include "anim/haiproject.h"
+#include "anim/projectpage.h"
 
 #include <array>
 
@@ -12,7 +12,7 @@ namespace wb
 
 class PictureArea;
 
-class HaiEditorPage final : public FramePage
+class HaiEditorPage final : public ProjectPage<HaiProject>
 {
     Q_OBJECT
 
@@ -21,15 +21,10 @@ public:
 
     void Redraw() override;
     bool MayClose() override;
-    void Release() override;
-
-    // Adds copies of pictures to the animation, each under its name, when no command runs.
+    // Adds copies of pictures to the animation, each under its name, as soon as no command runs.
     void TakeFrames(std::span<const std::int32_t> handles, const QStringList &names);
 
 protected:
-    void StopJob() override { m_project.Stop(); }
-    bool HasUnsavedWork() const override { return m_project.HasUnsavedWork(); }
-    QString FileName() const override { return m_project.FileName(); }
     bool Save() override;
     void ShowFrames() override;
     void ShowFrame() override;
@@ -45,12 +40,10 @@ private:
     void Open();
     void AddFiles(HaiProject::ListName list, const QStringList &paths);
     void CopyAll(HaiProject::ListName from);
-    void Clean();
 
     // Asks before the frames of the second list are lost, which no command saves.
     bool MayLoseStore();
 
-    HaiProject m_project;
     std::array<FrameListPane *, 2> m_lists;
     QPushButton *cmdHAICR_OpenHAI;
     QPushButton *cmdHAICR_Clean;

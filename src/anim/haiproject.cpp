@@ -19,6 +19,12 @@ FrameBuf HaiProject::Shown(ListName list) const
     return frame != nullptr ? ExpandIndexed(*frame) : FrameBuf();
 }
 
+void HaiProject::Clean()
+{
+    if (!IsBusy())
+        *this = HaiProject();
+}
+
 void HaiProject::Clean(ListName list)
 {
     if (IsBusy())

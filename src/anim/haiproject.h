@@ -38,7 +38,8 @@ public:
     // While one of these, AddFrames, AddFiles or CopyAll calls its step the project is busy, and whatever
     // else would change it does nothing.
 
-    // Empties the list; the animation's file name becomes empty with it.
+    // Empties both lists, or one; the animation's file name becomes empty with it.
+    void Clean();
     void Clean(ListName list);
 
     // Replaces the animation, by nothing when the file holds no frames. Gives the number of frames that

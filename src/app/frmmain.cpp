@@ -325,6 +325,7 @@ void frmMain::ScrollByWheel(const QWheelEvent &event)
 void frmMain::closeEvent(QCloseEvent *event)
 {
     event->ignore();
+    StopUse();
     if (!MayClose()) {
         StayOpen();
     } else if (IsBusy()) {
@@ -333,6 +334,15 @@ void frmMain::closeEvent(QCloseEvent *event)
         Shutdown();
         event->accept();
     }
+}
+
+// Nothing new begins, so that what the pages answer stays true, also while one of them saves.
+void frmMain::StopUse()
+{
+    if (focusWidget() != nullptr)
+        m_focused = focusWidget();
+    m_pageButtons->setEnabled(false);
+    m_halves->setEnabled(false);
 }
 
 // Each page is asked once, a busy one when its job has ended.
@@ -360,11 +370,7 @@ bool frmMain::IsBusy() const
 void frmMain::AbortJobs()
 {
     m_isClosing = true;
-    if (focusWidget() != nullptr)
-        m_focused = focusWidget();
     m_abort.Set();
-    m_pageButtons->setEnabled(false); // nothing new begins
-    m_halves->setEnabled(false);
     for (int i = 0; i < m_pages->count(); ++i)
         PageAt(i)->Abort();
 }

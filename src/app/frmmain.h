@@ -76,6 +76,7 @@ private:
     void CheckFocus();
     void ScrollByWheel(const QWheelEvent &event);
     bool IsBusy() const;
+    void StopUse();
     bool MayClose();
     void AbortJobs();
     void StayOpen();

@@ -38,35 +38,50 @@ QString NameFilters(const QString &filter)
     return filters.join(QStringLiteral(";;"));
 }
 
+// The button pressed. Names in the text may look like markup.
+int ShowBox(QWidget *owner, QMessageBox::Icon icon, const QString &text, const QString &title,
+            QMessageBox::StandardButtons buttons = QMessageBox::Ok,
+            QMessageBox::StandardButton usual = QMessageBox::Ok)
+{
+    QMessageBox box(icon, title, text, buttons, owner);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(usual);
+    return box.exec();
+}
+
+// What is asked about costs something: a careless Enter must not say Yes.
+bool SaysYes(QWidget *owner, QMessageBox::Icon icon, const QString &text, const QString &title)
+{
+    return ShowBox(owner, icon, text, title, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
+           QMessageBox::Yes;
+}
+
 } // namespace
 
 void DesktopDialogs::Error(const QString &text, const QString &title)
 {
-    QMessageBox::critical(m_owner, title, text);
+    ShowBox(m_owner, QMessageBox::Critical, text, title);
 }
 
 void DesktopDialogs::Information(const QString &text, const QString &title)
 {
-    QMessageBox::information(m_owner, title, text);
+    ShowBox(m_owner, QMessageBox::Information, text, title);
 }
 
-// What is asked about costs something: a careless Enter must not say Yes.
 bool DesktopDialogs::Question(const QString &text, const QString &title)
 {
-    return QMessageBox::question(m_owner, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
-           QMessageBox::Yes;
+    return SaysYes(m_owner, QMessageBox::Question, text, title);
 }
 
 bool DesktopDialogs::Warning(const QString &text, const QString &title)
 {
-    return QMessageBox::warning(m_owner, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
-           QMessageBox::Yes;
+    return SaysYes(m_owner, QMessageBox::Warning, text, title);
 }
 
 Dialogs::Choice DesktopDialogs::YesNoCancel(const QString &text, const QString &title)
 {
-    switch (QMessageBox::warning(
-        m_owner, title, text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes)) {
+    switch (ShowBox(m_owner, QMessageBox::Warning, text, title,
+                    QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes)) {
     case QMessageBox::Yes:
         return Choice::Yes;
     case QMessageBox::No:

@@ -10,6 +10,7 @@ ElidedLabel::ElidedLabel(const QString &name, QWidget *parent) : QLabel(parent)
 {
     setObjectName(name);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    setTextFormat(Qt::PlainText); // names may look like markup
 }
 
 void ElidedLabel::paintEvent(QPaintEvent *)

@@ -45,7 +45,7 @@ public:
         const QSize inner = m_area->InnerSize();
         resize(inner.expandedTo(m_size));
         move(m_size.width() > inner.width() ? x() : 0, m_size.height() > inner.height() ? y() : 0);
-        ShowRestingCursor();
+        ShowCursor();
     }
 
 protected:
@@ -64,7 +64,8 @@ protected:
         if (event->button() != Qt::LeftButton)
             return;
         m_start = event->position().toPoint();
-        setCursor(m_closedHand);
+        m_isHeld = true;
+        ShowCursor();
     }
 
     void mouseMoveEvent(QMouseEvent *event) override
@@ -81,7 +82,8 @@ protected:
     {
         if (event->button() != Qt::LeftButton)
             return;
-        ShowRestingCursor();
+        m_isHeld = false;
+        ShowCursor();
         Q_EMIT m_area->Released();
     }
 
@@ -91,11 +93,11 @@ private:
         return length > 0 && length <= outer ? (outer - length) / 2 : 0;
     }
 
-    void ShowRestingCursor()
+    void ShowCursor()
     {
         const QSize inner = m_area->InnerSize();
         const bool fits = m_size.width() <= inner.width() && m_size.height() <= inner.height();
-        setCursor(fits ? QCursor(Qt::ArrowCursor) : m_openHand);
+        setCursor(m_isHeld ? m_closedHand : fits ? QCursor(Qt::ArrowCursor) : m_openHand);
     }
 
     PictureArea *m_area;
@@ -105,6 +107,7 @@ private:
     QSize m_size;
     QColor m_back;
     QPoint m_start; // of a drag, in the picture
+    bool m_isHeld = false;
 };
 
 PictureArea::PictureArea(const QString &name, const QCursor &openHand, const QCursor &closedHand,

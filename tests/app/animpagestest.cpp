@@ -1,6 +1,4 @@
 #include "app/editortest.h"
-#include "gfx/pixels.h"
-#include "viewer/display.h"
 #include "viewer/documentloader.h"
 #include "widgets/filelistbox.h"
 
@@ -69,11 +67,7 @@ TEST_F(HaiEditor, KeepsIndexedFramesAsTheyAre)
 // A thousand frames are reduced to 256 colours while closing waits.
 TEST_F(HaiEditor, TakesFramesOfTheViewerAndStopsWhenTheWindowCloses)
 {
-    FrameSet document;
-    for (; document.Count < 1000; ++document.Count)
-        document.Pictures.push_back(FrameBufToDib(MakeSprite(2)));
-    window->ShowPage(0);
-    window->findChild<Display *>()->Open(u"C:\\boom.gai"_s, [&] { return std::move(document); });
+    View(u"C:\\boom.gai"_s, std::vector(1000, MakeSprite(2)));
     Click("cmdCopyHAICR");
     EXPECT_EQ("- oooo ooo - oooo ooo >boom_000 / Кадры: 1 / 1 128 x 128", State());
     window->ShowPage(0);
@@ -88,6 +82,24 @@ TEST_F(HaiEditor, TakesFramesOfTheViewerAndStopsWhenTheWindowCloses)
     Click("cmdCopyHAICRAll");
     EXPECT_LT(Find<ListBox>("lstHAICR_List")->ListCount(), 100);
     EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
+}
+
+TEST_F(HaiEditor, IsSavedWhenTheWindowClosesWhileNothingElseCanBeUsed)
+{
+    View(u"C:\\boom.gai"_s, {MakeSprite(2)});
+    window->ShowPage(3);
+    Do(u"drop 1.png 2.png"_s);
+    const QString question = u"Новый файл был изменен. Сохранить изменения?=Вопрос="_s;
+    Find("cmdHAICR_OpenHAI")->setFocus();
+    Do(u"cmdClose"_s, question);
+    EXPECT_EQ(Find("cmdHAICR_OpenHAI"), window->focusWidget());
+    QTimer::singleShot(0, [&] { // when the first frame is written
+        window->ShowPage(0);
+        Click("cmdCopyGAICR");
+    });
+    Do(u"cmdClose"_s, question + u"yes&HAI файлы (*.hai)|*.hai==@\\a.hai"_s);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(0, Find<ListBox>("lstGAICR_List")->ListCount());
 }
 
 TEST_F(HaiEditor, HasTheFocusAgainWhenClosingIsCancelled)
@@ -140,19 +152,37 @@ TEST_F(AnimCreator, OffersShowsAndAsks)
                   PixelAt("picAnimCR_Picture", Find("picAnimCR_Picture")->rect().center()).name())
             << row.line;
     }
-    for (const char *written : {"fire_000.png", "fire_001.png", "fire_002.png"})
+    for (const char *written : {"fire%1_000.png", "fire%1_001.png", "fire%1_002.png"})
         EXPECT_FALSE(folder.Get(written).empty()) << written;
     EXPECT_EQ("old", folder.Get("old_000.png") + folder.Get("old_001.png"));
     EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(AnimCreator, HasHandedOnOnlyWhatWasTaken)
+{
+    const QString question = u"Новый файл был изменен. Сохранить изменения?=Вопрос="_s;
+    Do(u"drop s0.png s1.png s2.png"_s);
+    Click("cmdAnimCR_Gen");
+    QTimer::singleShot(0, [&] { Click("cmdClose"); }); // which stops the GAI editor, and that one asks
+    Do(u"cmdAnimCR_AddGAI"_s, question + u"no&"_s + question);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return dialogs.answers.empty(); }));
+    EXPECT_EQ(1, Find<ListBox>("lstGAICR_List")->ListCount());
+    window->ShowPage(4);
+    Do(u"cmdAnimCR_Clean"_s, question);
+    QTimer::singleShot(0, [&] { // others are built meanwhile
+        window->ShowPage(4);
+        for (const char *what : {"cmdAnimCR_Gen", "drop hole.png", "cmdAnimCR_Gen"})
+            Do(QLatin1String(what));
+    });
+    Do(u"cmdAnimCR_AddGAI"_s);
+    EXPECT_EQ(4, Find<ListBox>("lstGAICR_List")->ListCount());
+    window->ShowPage(4);
+    Do(u"cmdAnimCR_Clean"_s, question);
+}
+
 TEST_F(AnimCreator, GivesTheGaiEditorWhatPlaysBackAsThePictures)
 {
-    FrameSet document;
-    for (; document.Count < 3; ++document.Count)
-        document.Pictures.push_back(FrameBufToDib(sources[std::size_t(document.Count)]));
-    window->ShowPage(0);
-    window->findChild<Display *>()->Open(u"C:\\boom.hai"_s, [&] { return std::move(document); });
+    View(u"C:\\boom.hai"_s, sources);
     List()->setFocus();
     Key('n');
     EXPECT_EQ("- oooo -o-- - >boom_000 Кадры: 1 / 1 64 x 48", State());
@@ -163,6 +193,7 @@ TEST_F(AnimCreator, GivesTheGaiEditorWhatPlaysBackAsThePictures)
     EXPECT_EQ("o oooo oo-- o >boom_000 boom_001 boom_002 Кадры: 1 / 3 64 x 48", State());
     Drop({u"noise.gi"_s}, Find<ListBox>("lstAnimCR_List")->viewport()); // arrives when it builds
     Click("cmdAnimCR_Gen");
+    EXPECT_FALSE(Find<ListBox>("lstAnimCR_List")->viewport()->acceptDrops());
     Click("cmdAnimCR_AddGAI");
     EXPECT_TRUE(Find("picPage(2)")->isVisible() && Find<QAbstractButton>("chkGAICR_HaveBg")->isChecked());
     EXPECT_EQ(u"64 48"_s,
@@ -173,6 +204,9 @@ TEST_F(AnimCreator, GivesTheGaiEditorWhatPlaysBackAsThePictures)
     ASSERT_EQ(3, played.Count);
     for (std::size_t i = 0; i < 3; ++i)
         EXPECT_TRUE(sources[i].Pixels == DibToFrameBuf(played.Pictures[i]).Pixels) << i;
+    window->ShowPage(0);
+    Click("cmdCopyAnimCR"); // to the pictures, which are shown again
+    EXPECT_THAT(State(), testing::StartsWith("o oooo oo-- o >boom_000 boom_001 boom_002 boom_000 "));
 }
 
 } // namespace

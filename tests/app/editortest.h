@@ -1,8 +1,10 @@
 // The pages that make animations, driven step by step.
 #pragma once
 
+#include "gfx/pixels.h"
 #include "support/table.h"
 #include "support/windowtest.h"
+#include "viewer/display.h"
 #include "widgets/listbox.h"
 
 #include <QLineEdit>
@@ -50,6 +52,15 @@ protected:
             QTest::keyClicks(box, rest);
         }
         QCoreApplication::processEvents();
+    }
+    // Shows pictures in the viewer, as a document of that path.
+    void View(const QString &path, const std::vector<FrameBuf> &pictures)
+    {
+        FrameSet document;
+        for (; document.Count < int(pictures.size()); ++document.Count)
+            document.Pictures.push_back(FrameBufToDib(pictures[std::size_t(document.Count)]));
+        window->ShowPage(0);
+        window->findChild<Display *>()->Open(path, [&] { return std::move(document); });
     }
     // What can be pressed, the numbers, the lines (> is selected), and the texts below the frame.
     std::string State() const

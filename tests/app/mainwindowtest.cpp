@@ -3,6 +3,7 @@
 #include "support/windowtest.h"
 #include "widgets/colourswatch.h"
 #include "widgets/desktopdialogs.h"
+#include "widgets/elidedlabel.h"
 #include "widgets/filelistbox.h"
 #include "widgets/gauge.h"
 
@@ -174,6 +175,15 @@ TEST_F(MainWindow, AnUnwritableSettingsFileDoesNotStopStartOrEnd)
     EXPECT_TRUE(FolderExists(settingsFolder.Path(QStringLiteral("Options.ini"))));
 }
 
+TEST(ElidedLabel, ShowsMarkupAsItIs)
+{
+    ElidedLabel label({}, nullptr);
+    label.setText(QStringLiteral("C:\\a.gi"));
+    const int height = label.sizeHint().height();
+    label.setText(QStringLiteral("C:\\<h1>a<br>b</h1>.gi"));
+    EXPECT_EQ(height, label.sizeHint().height());
+}
+
 TEST(DesktopDialogs, AskBeforeACompletedNameReplacesAFile)
 {
     const SampleFolder folder;
@@ -191,6 +201,8 @@ TEST(DesktopDialogs, AskBeforeACompletedNameReplacesAFile)
             return;
         }
         auto *name = box->findChild<QLineEdit *>(); // none in the question
+        for (const auto *question : box->findChildren<QLabel *>(QStringLiteral("qt_msgbox_label")))
+            EXPECT_EQ(Qt::PlainText, question->textFormat());
         if (const QString answer = answers.takeFirst(); name != nullptr)
             name->setText(answer);
         QTest::keyClick(box, name != nullptr ? Qt::Key_Return : Qt::Key_Escape);
