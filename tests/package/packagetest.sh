@@ -33,7 +33,7 @@ as_user() {
 close_window() {
   local window
   window=$(timeout 20 xdotool search --sync --onlyvisible --name '^Workbench$' | head -n 1) || fail "no window came"
-  timeout 20 xdotool windowactivate --sync "$window"
+  timeout 20 xdotool windowactivate --sync "$window" || fail "the window does not come forward"
   xdotool key alt+F4
   for _ in $(seq 100); do
     xwininfo -id "$window" >/dev/null 2>&1 || return 0
