@@ -7,7 +7,6 @@
 #include "viewer/documentloader.h"
 #include "viewer/frameexport.h"
 
-#include <QFile>
 #include <QRegularExpression>
 
 #include <algorithm>
