@@ -89,8 +89,20 @@ void DeclareForce(QCommandLineParser &parser)
     parser.addOption({QStringLiteral("force"), QStringLiteral("Replace files that are already there.")});
 }
 
+// The program's paths have neither slashes at their ends nor dots: "x.png/" would become the file "x.png".
+bool NamesFile(const QString &argument)
+{
+    const QString name = argument.section(u'/', -1);
+    if (!name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral(".."))
+        return true;
+    Fail(argument, QStringLiteral("is no name of a file"));
+    return false;
+}
+
 bool MayWrite(const QCommandLineParser &parser, const QString &argument)
 {
+    if (!NamesFile(argument))
+        return false;
     if (parser.isSet(QStringLiteral("force")) || !FileExists(FromArgument(argument)))
         return true;
     Fail(argument, QStringLiteral("is already there; --force replaces it"));
