@@ -7,7 +7,7 @@ target=$2
 samples=$(cd "$(dirname "$0")/.." && pwd)/samples/game
 out=$(dirname "$bin")/headless
 rm -rf "$out"
-mkdir -p "$out"
+mkdir -m 700 "$out" # as Qt wants its runtime folder
 
 # first_of FOLDER PATTERN: its first file of that name that is no tiny one, if any.
 first_of() {
