@@ -264,6 +264,7 @@ TEST_F(X11, WithoutANotificationAreaTheTrayButtonMinimises)
     EXPECT_TRUE(QTest::qWaitFor([this] { return window->isMinimized(); }));
     window->showNormal();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    Settle();
     Hand(QStringLiteral("mousemove %1 click 1").arg(Centre("cmdClose")));
     EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
     EXPECT_EQ(folder.Path(), WrittenSettings().Dir);
