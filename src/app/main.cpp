@@ -2,6 +2,7 @@
 #include "app/skin.h"
 #include "app/startup.h"
 #include "platform/clsregistryobject.h"
+#include "platform/terminal.h"
 #include "services/settings.h"
 #include "widgets/desktopdialogs.h"
 
@@ -11,6 +12,7 @@
 
 int main(int argc, char **argv)
 {
+    wb::ReserveStandardStreams();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("workbench"));
     QApplication::setApplicationVersion(QStringLiteral(WORKBENCH_VERSION));

@@ -1,6 +1,7 @@
 // workbench-cli: everything the workbench can do without a window.
 #include "cli/command.h"
 #include "gfx/graphicslibrary.h"
+#include "platform/terminal.h"
 #include "sound/soundlibrary.h"
 
 #include <QCoreApplication>
@@ -110,6 +111,7 @@ int Finish(int status)
 
 int main(int argc, char **argv)
 {
+    wb::ReserveStandardStreams();
     const QCoreApplication application(argc, argv);
     return wb::cli::Finish(wb::cli::Main(QCoreApplication::arguments()));
 }
