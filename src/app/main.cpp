@@ -2,6 +2,7 @@
 #include "app/skin.h"
 #include "app/startup.h"
 #include "platform/clsregistryobject.h"
+#include "platform/nativepath.h"
 #include "platform/terminal.h"
 #include "services/settings.h"
 #include "widgets/desktopdialogs.h"
@@ -31,9 +32,8 @@ int main(int argc, char **argv)
         wb::frmMain window(dialogs, wb::SettingsPath(), registry);
         dialogs.SetOwner(&window);
         window.show();
-        const QStringList arguments = QApplication::arguments();
-        if (arguments.size() > 1) {
-            const wb::CommandLine asked = wb::ReadCommandLine(arguments.at(1));
+        if (argc > 1) { // what Qt has left
+            const wb::CommandLine asked = wb::ReadCommandLine(wb::FromNativeText(argv[1]));
             window.OpenCommandLine(asked.folder, asked.name);
         }
         result = QApplication::exec();

@@ -3,7 +3,6 @@
 #include "common/files.h"
 #include "platform/nativepath.h"
 
-#include <QFile>
 #include <QStringList>
 
 #include <algorithm>
@@ -38,14 +37,14 @@ QString Shortened(const QString &text)
 
 int Fail(const QString &path, const QString &reason)
 {
-    std::fprintf(stderr, "workbench-cli: %s: %s\n", QFile::encodeName(Shortened(path)).constData(),
-                 Shortened(reason).toUtf8().constData());
+    std::fprintf(stderr, "workbench-cli: %s: %s\n", ToNativeText(Shortened(path)).c_str(),
+                 ToNativeText(Shortened(reason)).c_str());
     return Failed;
 }
 
 int Misuse(const QString &reason)
 {
-    std::fprintf(stderr, "workbench-cli: %s\n", Shortened(reason).toUtf8().constData());
+    std::fprintf(stderr, "workbench-cli: %s\n", ToNativeText(Shortened(reason)).c_str());
     return WrongUsage;
 }
 
@@ -76,12 +75,12 @@ void PrintJson(const QJsonDocument &document)
 
 QString FromArgument(const QString &argument)
 {
-    return FromNativePath(QFile::encodeName(argument).toStdString());
+    return FromNativePath(ToNativeText(argument));
 }
 
 QString Beside(const QString &argument, const QString &name)
 {
-    return argument.first(argument.lastIndexOf(u'/') + 1) + QFile::decodeName(ToNativeName(name).c_str());
+    return argument.first(argument.lastIndexOf(u'/') + 1) + FromNativeText(ToNativeName(name));
 }
 
 void DeclareForce(QCommandLineParser &parser)

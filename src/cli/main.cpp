@@ -1,6 +1,7 @@
 // workbench-cli: everything the workbench can do without a window.
 #include "cli/command.h"
 #include "gfx/graphicslibrary.h"
+#include "platform/nativepath.h"
 #include "platform/terminal.h"
 #include "sound/soundlibrary.h"
 
@@ -77,9 +78,8 @@ int RunCommand(const Command &command, const QStringList &arguments)
     }
 }
 
-int Main(QStringList arguments)
+int Main(const QStringList &arguments)
 {
-    arguments.removeFirst();
     if (arguments.isEmpty())
         return Misuse(QStringLiteral("a command is missing; see --help"));
     const QString first = arguments.front();
@@ -113,5 +113,8 @@ int main(int argc, char **argv)
 {
     wb::ReserveStandardStreams();
     const QCoreApplication application(argc, argv);
-    return wb::cli::Finish(wb::cli::Main(QCoreApplication::arguments()));
+    QStringList arguments; // Qt's own have lost what is no UTF-8
+    for (int i = 1; i < argc; ++i)
+        arguments << wb::FromNativeText(argv[i]);
+    return wb::cli::Finish(wb::cli::Main(arguments));
 }

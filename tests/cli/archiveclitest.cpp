@@ -67,12 +67,7 @@ TEST_F(CliTest, WhatIsPackedComesBack)
               Run(u"unpack Игра.pkg Часть --folder /.скрытая/"_qs).out);
     EXPECT_EQ((Tree{{"Внутри", "/"}, {"Внутри/Ёлка.txt", tree.at(".Скрытая/Внутри/Ёлка.txt")}}),
               TreeBelow(folder, "Часть"));
-    const auto closed = QCoreApplication::applicationDirPath() +
-                        u"/workbench-cli pack Игра закрыто.pkg --store <&- >&- 2>&-"_qs;
-    QProcess shell;
-    shell.setWorkingDirectory(folder.NativeText());
-    shell.start(u"sh"_qs, {u"-c"_qs, closed});
-    EXPECT_TRUE(shell.waitForFinished() && shell.exitCode() == 1) << "nobody can read the log";
+    EXPECT_EQ(1, RunInShell(u"\"$0\" pack Игра закрыто.pkg --store <&- >&- 2>&-"_qs)) << "has no log";
     EXPECT_TRUE(folder.Get("Игра.pkg") == folder.Get("закрыто.pkg")) << "the log is in the archive";
     folder.Put("диск.pkg", "older");
     OnAFullDisk(100'000, [&] { EXPECT_EQ(1, Run(u"pack Игра диск.pkg --force"_qs).status); });
