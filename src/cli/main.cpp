@@ -82,7 +82,7 @@ int Main(const QStringList &arguments)
 {
     if (arguments.isEmpty())
         return Misuse(QStringLiteral("a command is missing; see --help"));
-    const QString first = arguments.front();
+    const QString &first = arguments.front();
     if (first == QStringLiteral("--help") || first == QStringLiteral("-h")) {
         Print(Overview());
         return Done;
