@@ -32,10 +32,8 @@ int main(int argc, char **argv)
         wb::frmMain window(dialogs, wb::SettingsPath(), registry);
         dialogs.SetOwner(&window);
         window.show();
-        if (argc > 1) { // what Qt has left
-            const wb::CommandLine asked = wb::ReadCommandLine(wb::FromNativeText(argv[1]));
-            window.OpenCommandLine(asked.folder, asked.name);
-        }
+        if (argc > 1) // what Qt has left
+            window.OpenCommandLine(wb::ReadCommandLine(wb::FromNativeText(argv[1])));
         result = QApplication::exec();
     }
     wb::UnloadLibraries();

@@ -165,14 +165,15 @@ RASTGL_API int32_t VTGF_AnimFrame_Build_32(uint8_t *target, const uint8_t *previ
 //   AlphaBuf        transparency bytes: lays their alpha, without colour, source-over onto what is there.
 //   TransAlphaBuf   16-bit premultiplied 5-6-5 colours of the pixels that AlphaBuf has laid: adds them.
 //   AlphaIndexed    palette indexes; Draw with a 5-6-5 palette, opaque; AlphaDraw with a palette of 5-6-5
-//   colour
-//                   and transparency byte, source-over.
+//                   colour and transparency byte, source-over; AlphaCopy does what AlphaDraw does to pixels
+//                   that are all zero, without a look at them.
 //   F5, F6          no layout is known; they draw nothing.
 RASTGL_API void VTGR_TransBuf_DrawRGBA_16(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 RASTGL_API void VTGR_TransAlphaBuf_DrawRGBA_16(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 RASTGL_API void VTGR_AlphaBuf_Draw_RGBA(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 RASTGL_API void VTGR_AlphaIndexed_DrawRGBA_16(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 RASTGL_API void VTGR_AlphaIndexed_AlphaDrawRGBA_16(uint8_t *destination, int32_t pitch, const uint8_t *layer);
+RASTGL_API void VTGR_AlphaIndexed_AlphaCopyRGBA_16(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 RASTGL_API void VTGR_F5_DrawRGBA(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 RASTGL_API void VTGR_F6_DrawRGBA(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 
@@ -237,6 +238,7 @@ RASTGL_API int32_t VTGF_ZLib_UnCompress2(uint8_t *target, const int32_t *capacit
     X(VTGR_AlphaBuf_Draw_RGBA)                                                                               \
     X(VTGR_AlphaIndexed_DrawRGBA_16)                                                                         \
     X(VTGR_AlphaIndexed_AlphaDrawRGBA_16)                                                                    \
+    X(VTGR_AlphaIndexed_AlphaCopyRGBA_16)                                                                    \
     X(VTGR_F5_DrawRGBA)                                                                                      \
     X(VTGR_F6_DrawRGBA)                                                                                      \
     X(VTGF_ZLib_Compress)                                                                                    \

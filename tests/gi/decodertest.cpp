@@ -156,6 +156,21 @@ TEST(GiDecoder, RoundTrips)
         }
 }
 
+// Types 2 and 3 code the same pixels, whatever they are drawn over.
+TEST(GiDecoder, LaysIndexedPixelsOverWhatIsThere)
+{
+    std::mt19937 random(37);
+    for (int round = 0; round < 20; round++) {
+        FrameBuf canvas = RandomPicture(random, 60, 5, round % 3);
+        canvas.X = canvas.Y = 0;
+        FrameBuf picture = RandomPicture(random, 60, 5, 2);
+        picture.X = picture.Y = 0;
+        ASSERT_EQ(Decode(Encode(picture, 3, 2, true), canvas).Pixels,
+                  Decode(Encode(picture, 2, 2, true), canvas).Pixels)
+            << round;
+    }
+}
+
 // Drawing onto a canvas that cuts the GI off shows the part that a canvas around both shows there.
 TEST(GiDecoder, ClipsToTheCanvas)
 {
