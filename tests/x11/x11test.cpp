@@ -60,8 +60,7 @@ protected:
         return At(List()->viewport(), List()->visualRect(index).center());
     }
 
-    // Drags from where `from` is by the offset, in two steps and no faster than a hand does: what the window
-    // manager is asked for at the press comes too late after the release.
+    // Drags from where `from` is by the offset, in two steps and no faster than a hand does.
     static void Drag(const QString &from, QPoint by)
     {
         Hand(QStringLiteral("mousemove %1 mousedown 1").arg(from));
