@@ -61,6 +61,7 @@ TEST(GiDecoder, SizesAndSkips)
         {"unknown masks", MakeGi(0, {1, 2, 3, 4}, box, {{box, MakePlane(12)}}), box},
         {"plane without a whole row", MakeGi(0, Masks8888, box, {{box, MakePlane(2)}}), box},
         {"plane left of the canvas", MakeGi(0, Masks8888, box, {{{0, 2, 4, 6}, MakePlane(16)}}), box},
+        {"plane above the canvas", MakeGi(0, Masks8888, box, {{{1, 1, 4, 5}, MakePlane(12)}}), box},
         {"layer too short for its palette", MakeGi(3, Masks565, box, {{box, run}, {box, run}}), box},
         {"type 5 has its layer's size", MakeGi(5, Masks565, box, {{layer, run}}), layer},
         {"type 6 has the header's", MakeGi(6, Masks565, box, {{layer, run}}), box},
@@ -70,8 +71,10 @@ TEST(GiDecoder, SizesAndSkips)
         {"huge", MakeGi(1, Masks565, {0, 0, 1 << 20, 1 << 20}, {{box, run}}), none},
         {"out of proportion", MakeGi(1, Masks565, {0, 0, 8192, 8192}, {{box, run}}), none},
     };
+    FrameBuf used; // an empty picture whose memory held another one
+    used.Pixels.assign(4096, 7);
     for (const auto &[name, gi, place] : blank) {
-        const FrameBuf picture = Decode(gi);
+        const FrameBuf picture = Decode(gi, used);
         EXPECT_EQ(PlaceOf(picture), place) << name;
         EXPECT_EQ(picture.Pixels, MakeCanvas(place).Pixels) << name;
         EXPECT_EQ(picture.Kind, "GI") << name;
