@@ -10,7 +10,6 @@ namespace wb
 {
 
 // --- For bytes whose size the caller knows
-// ---------------------------------------------------------------------
 //
 // Positions count bytes from 0. A get, read or put that does not lie wholly inside the array, and an append
 // at a negative position, is a fault of the caller and throws std::out_of_range with nothing changed.
@@ -36,7 +35,6 @@ void AppendBytes(ByteArray &bytes, ByteView more);
 void AppendBytes(ByteArray &bytes, std::string_view more);
 
 // --- For bytes from outside
-// ------------------------------------------------------------------------------------
 
 // A cursor that cannot leave its bytes. Whatever does not lie wholly inside them reads as 0 (or as no bytes),
 // leaves the cursor where it is and is remembered: check Failed() once after a group of reads.

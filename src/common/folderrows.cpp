@@ -2,9 +2,9 @@
 
 #include "common/files.h"
 #include "common/paths.h"
+#include "common/wildcard.h"
 #include "platform/folderscan.h"
 #include "platform/nativepath.h"
-#include "platform/wildcard.h"
 
 #include <algorithm>
 

@@ -37,8 +37,7 @@ struct FolderRow {
 using FolderRows = std::vector<FolderRow>;
 
 // `path` as a list stores it: absolute (a relative one is put behind `programFolder`), single backslashes,
-// every
-// ".." resolved (above a drive lies the list of drives), a bare drive with its backslash.
+// every ".." resolved (above a drive lies the list of drives), a bare drive with its backslash.
 QString NormalizeListPath(const QString &path, const QString &programFolder);
 
 // `path`, or the nearest folder above it that exists; empty when even its drive does not.

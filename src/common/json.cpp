@@ -1,6 +1,7 @@
 #include "common/json.h"
 
 #include "common/bytes.h"
+#include "common/memorybudget.h"
 
 #include <QStringDecoder>
 #include <QUtf8StringView>
@@ -47,7 +48,7 @@ void AppendUnit(ByteArray &json, char16_t unit)
 class JsonText::Reader
 {
 public:
-    explicit Reader(ByteView text) : m_text(text) {}
+    Reader(ByteView text, std::int64_t memoryLimit) : m_text(text), m_budget(memoryLimit) {}
 
     // Values come one after another; what is open is kept in a list of its own, not on the stack.
     bool Read()
@@ -102,8 +103,13 @@ private:
         return isThere;
     }
 
+    // What grows is there twice for a moment.
+    bool TakeMemory(std::size_t bytes) { return m_budget.Take(2 * std::int64_t(bytes)); }
+
     bool Add(Type type, std::size_t start, std::size_t end)
     {
+        if (!TakeMemory(sizeof(Value)))
+            return false;
         m_values.push_back(
             {std::uint32_t(start), std::uint32_t(end - start), std::uint32_t(m_values.size() + 1), type});
         return true;
@@ -111,6 +117,8 @@ private:
 
     bool Open(Type type)
     {
+        if (!TakeMemory(sizeof m_open[0]))
+            return false;
         m_open.push_back(m_values.size());
         ++m_at;
         return Add(type, m_at - 1, m_at);
@@ -199,14 +207,15 @@ private:
     }
 
     ByteView m_text;
+    MemoryBudget m_budget;
     std::size_t m_at = 0;
     std::vector<Value> m_values;
     std::vector<std::size_t> m_open; // arrays and objects, from the outermost in
 };
 
-std::optional<JsonText> JsonText::Read(ByteView text)
+std::optional<JsonText> JsonText::Read(ByteView text, std::int64_t memoryLimit)
 {
-    Reader reader(text);
+    Reader reader(text, memoryLimit);
     if (!reader.Read())
         return std::nullopt;
     JsonText json;

@@ -20,7 +20,8 @@ struct Drive {
 
 using DriveTable = std::vector<Drive>;
 
-// Reads the table anew: the drives in letter order. C: is always there.
+// Reads the table anew: the drives in letter order. C: is always there, and a drive that stays keeps its
+// letter.
 DriveTable ListDrives();
 
 // The table as it was read last, for translating paths.

@@ -24,9 +24,7 @@ enum class FileError : int {
 struct FileFacts {
     bool Exists = false; // a link counts as what it leads to
     bool IsFolder = false;
-    bool IsReadOnly = false; // this user can't write to it
-    bool IsHidden = false;   // its name begins with a dot
-    std::int64_t Size = 0;   // bytes; 0 for a folder
+    std::int64_t Size = 0; // bytes; 0 for a folder
 
     // Two files or folders that are one and the same have the same of both.
     std::uint64_t Volume = 0;
@@ -89,7 +87,8 @@ private:
 // untouched, and without Commit nothing is left behind.
 //  - An older file is replaced by a temporary file beside it, flushed to the disk and renamed over it, so
 //    that neither a full disk nor a crash costs the user both. It keeps its permission bits and, where that
-//    is allowed, its owner; a link stays a link. One that this user may not write to is refused.
+//    is allowed, its owner, or else its group; a link stays a link. One that this user may not write to, or
+//    that lies in a folder where no file can be made, is refused.
 //  - Where none was, the file is made under its own name and not flushed: there is nothing to lose, and jobs
 //    that make thousands of files would pay half as much again for renaming alone.
 //  - What is made beside its place has no name before Commit, where the file system allows that: nothing is
@@ -104,9 +103,10 @@ public:
     ~OutputFile() { Abandon(); }
 
     struct Options {
-        bool IsBeside = false; // also where no older file is: for what takes long to become complete
-        bool IsFlushed =
-            true; // before it replaces an older one; otherwise a crash of the machine may cost both
+        // Also where no older file is: for what takes long to become complete.
+        bool IsBeside = false;
+        // Before it replaces an older one; otherwise a crash of the machine may cost both.
+        bool IsFlushed = true;
     };
     FileError Open(const std::string &path, const Options &options);
     FileError Open(const std::string &path) { return Open(path, {}); }

@@ -28,7 +28,8 @@ std::string ToNativePath(const QString &path);
 QString FromNativePath(std::string_view native);
 
 // What a person typed, pasted, dropped or gave as an argument: "/home/u", "file:///home/u", "C:\x" and "C:/x"
-// all give the path of that place; a relative text only gets backslashes.
+// all give the path of that place; any other text, as a relative one or the address of another machine, only
+// gets backslashes.
 QString PathFromUserText(const QString &text);
 
 // One name, without a path. ToNativeName gives an empty name for a text that can't be a name: empty, ".",

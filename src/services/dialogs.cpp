@@ -1,7 +1,7 @@
 #include "services/dialogs.h"
 
 #include "common/paths.h"
-#include "platform/wildcard.h"
+#include "common/wildcard.h"
 #include "services/uitext.h"
 
 #include <QRegularExpression>

@@ -24,7 +24,6 @@
 #endif
 
 // --- Output
-// ---------------------------------------------------------------------------------------------------
 
 // Says how sounds are to be put out: on the default device (-1, the only one that can be asked for), mixed to
 // stereo at `frequency` Hz (0: 44100). Flags, the window and the last argument have no meaning here. 0 when
@@ -41,7 +40,6 @@ SOUNDLIB_API int32_t VTMP_Stop(void);
 SOUNDLIB_API void VTMP_Free(void);
 
 // --- Streams
-// --------------------------------------------------------------------------------------------------
 
 // A new stream over a WAV or MP3 file; 0 for everything else, for a file without a sample and for one of more
 // than 8 channels or a rate outside 1,000 to 384,000 Hz. A file that breaks off plays as far as it goes.
@@ -57,7 +55,6 @@ SOUNDLIB_API int32_t VTMP_StreamCreateFile(int32_t fromMemory, const void *sourc
 SOUNDLIB_API void VTMP_StreamFree(int32_t handle);
 
 // --- Channels
-// -------------------------------------------------------------------------------------------------
 
 // Plays on from where the channel was stopped, or with `restart` not 0 from the beginning. A channel that was
 // played to its end begins anew either way. 0 when there is no device to play on.

@@ -1,5 +1,6 @@
 #include "common/paths.h"
 #include "common/text.h"
+#include "common/wildcard.h"
 #include "support/table.h"
 #include "support/tempfolder.h"
 
@@ -33,6 +34,14 @@ TEST(Text, PadsReadsHexAndFiltersKeys)
         FilterDigitKey(filtered);
         EXPECT_EQ(filtered, key == 8 || (key >= '0' && key <= '9') ? key : 0);
     }
+}
+
+TEST(Wildcard, TakesNamesAsFileDialogsDo)
+{
+    for (const TableRow &row : ReadTable("common/wildcards.txt", 3))
+        EXPECT_EQ(Wildcard(row.Text(0)).Matches(row.Text(1)), row.Int(2) != 0) << row.line;
+    // Exponential backtracking would never come back.
+    EXPECT_FALSE(Wildcard(u"*a*a*a*a*a*a*a*a*a*b"_qs).Matches(QString(2000, u'a')));
 }
 
 } // namespace

@@ -45,6 +45,9 @@ TEST(DatJson, DepthIsTheFilesToChoose)
     EXPECT_EQ(std::vector{depth + 1}, DatListFolder(tree, u"A\\"_s.repeated(depth).chopped(1), 1));
     EXPECT_TRUE(bytes == DatFromJson(DatToJson(tree)).Plain);
     EXPECT_FALSE(JsonText::Read(BytesOf(std::string(depth, '['))));
+    const std::string deep = std::string(depth, '[') + std::string(depth, ']');
+    EXPECT_TRUE(JsonText::Read(BytesOf(deep)));
+    EXPECT_FALSE(JsonText::Read(BytesOf(deep), 10 * depth)) << "more than memory holds";
 }
 
 TEST(DatJson, WhatOthersWriteIsReadAndWhatIsWrongIsToldWithItsPlace)

@@ -6,7 +6,9 @@
 #include "support/tempfolder.h"
 
 #include <functional>
+#include <grp.h>
 #include <map>
+#include <unistd.h>
 
 using namespace wb;
 
@@ -37,7 +39,8 @@ TEST(FileIo, RefusalsTellWhyAndChangeNothing)
         EXPECT_EQ(bytes.empty(), row.Bytes(0) == "read") << row.line;
         EXPECT_EQ(entries.empty(), row.Bytes(0) == "list") << row.line;
     }
-    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+    for (const char *device : {"/dev/full", "/dev/zero"})
+        EXPECT_TRUE(std::filesystem::is_character_file(device));
     EXPECT_EQ(folder.EntryCount(), 4U);
     EXPECT_EQ(ReadWholeFile(folder.Native("old"), bytes, 5), FileError::None);
     EXPECT_EQ(TextOf(bytes), "older");
@@ -109,21 +112,42 @@ TEST(FileIo, ReplacesKeepingModeAndLinks)
     EXPECT_NE(OutputFile().Commit(), FileError::None) << "nothing was opened";
 }
 
+// Two users who share a folder by a group of theirs.
+TEST(FileIo, ReplacesAnothersFileKeepingItsGroup)
+{
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only the superuser can be both";
+    constexpr gid_t shared = 40'002;
+    const TempFolder folder;
+    folder.Put("theirs", "old");
+    for (const std::string &path : {folder.Native(), folder.Native("theirs")})
+        ASSERT_TRUE(::chown(path.c_str(), 40'000, shared) == 0 && ::chmod(path.c_str(), 0770) == 0);
+    ASSERT_TRUE(::setgroups(1, &shared) == 0 && ::setegid(40'001) == 0 && ::seteuid(40'001) == 0);
+    const FileError error = WriteWholeFile(folder.Native("theirs"), BytesOf("new"));
+    ASSERT_TRUE(::seteuid(0) == 0 && ::setegid(0) == 0 && ::setgroups(0, nullptr) == 0);
+    EXPECT_EQ(error, FileError::None);
+    EXPECT_EQ(folder.Get("theirs"), "new");
+    struct stat facts = {};
+    ASSERT_EQ(::stat(folder.Native("theirs").c_str(), &facts), 0);
+    EXPECT_EQ(facts.st_gid, shared);
+    EXPECT_EQ(facts.st_mode & 0777, 0770U);
+}
+
 TEST(FileIo, TellsFactsAndMakesAndRemoves)
 {
     const TempFolder folder;
-    ASSERT_EQ(WriteWholeFile(folder.Native(".hidden"), BytesOf("123")), FileError::None);
+    ASSERT_EQ(WriteWholeFile(folder.Native("file"), BytesOf("123")), FileError::None);
     EXPECT_EQ(MakeFolder(folder.Native("sub")), FileError::None);
     EXPECT_EQ(MakeFolder(folder.Native("sub")), FileError::None);
-    const FileFacts hidden = GetFileFacts(folder.Native(".hidden"));
-    EXPECT_TRUE(hidden.Exists && hidden.IsHidden && !hidden.IsFolder && hidden.Size == 3);
+    const FileFacts file = GetFileFacts(folder.Native("file"));
+    EXPECT_TRUE(file.Exists && !file.IsFolder && file.Size == 3);
     const FileFacts sub = GetFileFacts(folder.Native("sub"));
-    EXPECT_TRUE(sub.Exists && !sub.IsHidden && sub.IsFolder);
+    EXPECT_TRUE(sub.Exists && sub.IsFolder && sub.Size == 0);
     EXPECT_FALSE(GetFileFacts(folder.Native("none")).Exists);
     EXPECT_TRUE(CanWriteFolder(folder.Native()));
-    std::filesystem::permissions(folder.Native(".hidden"), std::filesystem::perms(0777));
-    EXPECT_FALSE(CanWriteFolder(folder.Native(".hidden")));
-    EXPECT_EQ(RemoveFile(folder.Native(".hidden")), FileError::None);
+    std::filesystem::permissions(folder.Native("file"), std::filesystem::perms(0777));
+    EXPECT_FALSE(CanWriteFolder(folder.Native("file")));
+    EXPECT_EQ(RemoveFile(folder.Native("file")), FileError::None);
     EXPECT_EQ(folder.EntryCount(), 1U);
 }
 

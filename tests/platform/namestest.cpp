@@ -1,7 +1,6 @@
-// Names, patterns and the code page: text that has to survive the way to the disk and back.
+// Names and the code page: text that has to survive the way to the disk and back.
 #include "platform/ansi.h"
 #include "platform/nativepath.h"
-#include "platform/wildcard.h"
 #include "support/table.h"
 #include "support/tempfolder.h"
 
@@ -44,14 +43,6 @@ TEST(NativeName, AnyBytesComeBackAndNoTwoShareAText)
         names.insert(name);
     }
     EXPECT_EQ(natives.size(), names.size());
-}
-
-TEST(Wildcard, TakesNamesAsFileDialogsDo)
-{
-    for (const TableRow &row : ReadTable("platform/wildcards.txt", 3))
-        EXPECT_EQ(Wildcard(row.Text(0)).Matches(row.Text(1)), row.Int(2) != 0) << row.line;
-    // Exponential backtracking would never come back.
-    EXPECT_FALSE(Wildcard(u"*a*a*a*a*a*a*a*a*a*b"_qs).Matches(QString(2000, u'a')));
 }
 
 TEST(Ansi, EveryByteComesBackAndStrangersBecomeQuestionMarks)

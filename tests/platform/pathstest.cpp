@@ -27,6 +27,8 @@ TEST(NativePath, GoesBothWaysAndTakesWhatPeopleWrite)
     for (const char *bytes : {"/a\\b*?:Ё", "\xFF\xD4.gi", "\xEF\x80\xBF"})
         EXPECT_EQ(ToNativeText(FromNativeText(bytes)), bytes);
     EXPECT_EQ(FromNativeText("a\\*?:\xFF"), u"a\\*?:\xF0FF"_qs);
+    const std::string above = std::filesystem::current_path().parent_path().string() + "/no-such";
+    EXPECT_EQ(ToNativePath(u"x\\..\\..\\no-such"_qs), above);
 }
 
 TEST(NativePath, LooksUpIgnoringCase)
@@ -47,7 +49,7 @@ TEST(Drives, AreWhatAPersonWouldCallSoUpToZ)
         [](const Mount &mount) { return !mount.MountPoint.ends_with(".txt"); },
         [](const Mount &mount) { return mount.Source == "/dev/sdb1" ? u"СТИК"_qs : QString(); }};
     const auto mounts = ParseMountInfo(ReadFixture("platform/mountinfo.txt"));
-    const DriveTable drives = DrivesFromMounts(mounts, questions);
+    const DriveTable drives = DrivesFromMounts(mounts, questions, {});
     const std::vector<TableRow> expected = ReadTable("platform/drives.txt", 4);
     ASSERT_EQ(drives.size(), expected.size());
     for (std::size_t index = 0; index < drives.size(); ++index) {
@@ -55,6 +57,18 @@ TEST(Drives, AreWhatAPersonWouldCallSoUpToZ)
         EXPECT_EQ(drives[index].Type, expected[index].Int(1)) << drives[index].MountPoint;
         EXPECT_EQ(drives[index].Label, expected[index].Text(2)) << drives[index].MountPoint;
         EXPECT_EQ(drives[index].MountPoint, expected[index].Bytes(3));
+    }
+
+    // The first one goes, leaving its letter to one that had none, and comes again; all others keep theirs.
+    auto now = mounts;
+    std::erase_if(now, [](const Mount &mount) { return mount.MountPoint == "/cdrom"; });
+    DriveTable later = drives;
+    for (int round = 0; round < 2; ++round, now = mounts) {
+        later = DrivesFromMounts(now, questions, later);
+        ASSERT_EQ(later.size(), drives.size());
+        EXPECT_EQ(later[1].MountPoint, "/run/media/v/19");
+        for (std::size_t index = 0; index < drives.size(); ++index)
+            EXPECT_TRUE(index == 1 || later[index].MountPoint == drives[index].MountPoint) << index;
     }
 }
 

@@ -75,17 +75,18 @@ QString LabelOf(const Mount &mount)
 std::mutex tableLock;
 std::shared_ptr<const DriveTable> table; // null until it was read
 
-std::shared_ptr<const DriveTable> ReadTable()
+std::shared_ptr<const DriveTable> ReadTable(const DriveTable &before)
 {
     const std::vector<Mount> mounts = ParseMountInfo(ReadSystemFile("/proc/self/mountinfo"));
-    return std::make_shared<const DriveTable>(DrivesFromMounts(mounts, {IsRemovable, IsFolder, LabelOf}));
+    return std::make_shared<const DriveTable>(
+        DrivesFromMounts(mounts, {IsRemovable, IsFolder, LabelOf}, before));
 }
 
 } // namespace
 
 DriveTable ListDrives()
 {
-    std::shared_ptr<const DriveTable> fresh = ReadTable();
+    std::shared_ptr<const DriveTable> fresh = ReadTable(*KnownDrives());
     const std::lock_guard guard(tableLock);
     table = std::move(fresh);
     return *table;
@@ -95,7 +96,7 @@ std::shared_ptr<const DriveTable> KnownDrives()
 {
     const std::lock_guard guard(tableLock);
     if (table == nullptr)
-        table = ReadTable();
+        table = ReadTable({});
     return table;
 }
 

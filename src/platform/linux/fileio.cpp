@@ -15,11 +15,6 @@ namespace wb
 namespace
 {
 
-bool CanWrite(const std::string &path, int mode)
-{
-    return ::faccessat(AT_FDCWD, path.c_str(), mode, AT_EACCESS) == 0;
-}
-
 // Reads until `target` is full or the file ends; `errorNumber` becomes what stopped it otherwise.
 std::size_t ReadFully(int descriptor, std::int64_t offset, std::span<std::uint8_t> target, int &errorNumber)
 {
@@ -91,8 +86,6 @@ FileFacts GetFileFacts(const std::string &path)
     FileFacts facts;
     facts.Exists = true;
     facts.IsFolder = S_ISDIR(status.st_mode);
-    facts.IsReadOnly = !CanWrite(path, W_OK);
-    facts.IsHidden = path.substr(path.rfind('/') + 1).starts_with('.');
     facts.Size = facts.IsFolder ? 0 : status.st_size;
     facts.Volume = status.st_dev;
     facts.Number = status.st_ino;
@@ -107,7 +100,7 @@ bool IsLink(const std::string &path)
 
 bool CanWriteFolder(const std::string &path)
 {
-    return GetFileFacts(path).IsFolder && CanWrite(path, W_OK | X_OK);
+    return GetFileFacts(path).IsFolder && ::faccessat(AT_FDCWD, path.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
 FileError ReadWholeFile(const std::string &path, ByteArray &bytes, std::int64_t limit)

@@ -21,12 +21,10 @@ constexpr std::uint32_t LocalFileSystems[] = {EXT4_SUPER_MAGIC,      BTRFS_SUPER
                                               EXFAT_SUPER_MAGIC,     ISOFS_SUPER_MAGIC, UDF_SUPER_MAGIC,
                                               OVERLAYFS_SUPER_MAGIC, XFS_SUPER_MAGIC,   SQUASHFS_MAGIC};
 
-bool IsLocal(const std::string &folder)
+bool IsLocal(const struct statfs &volume)
 {
-    struct statfs facts = {};
-    return ::statfs(folder.c_str(), &facts) == 0 &&
-           std::find(std::begin(LocalFileSystems), std::end(LocalFileSystems), std::uint32_t(facts.f_type)) !=
-               std::end(LocalFileSystems);
+    return std::find(std::begin(LocalFileSystems), std::end(LocalFileSystems),
+                     std::uint32_t(volume.f_type)) != std::end(LocalFileSystems);
 }
 
 } // namespace
@@ -37,17 +35,13 @@ void FolderWatch::Watch(std::string folder)
     Begin();
 }
 
-void FolderWatch::Stop()
-{
-    End();
-    m_folder.clear();
-}
-
 void FolderWatch::Begin()
 {
     End();
+    struct statfs volume = {};
     struct stat facts = {};
-    if (!IsLocal(m_folder) || ::stat(m_folder.c_str(), &facts) != 0)
+    m_isElsewhere = ::statfs(m_folder.c_str(), &volume) == 0 && !IsLocal(volume);
+    if (m_isElsewhere || ::stat(m_folder.c_str(), &facts) != 0)
         return;
     m_device = facts.st_dev;
     m_inode = facts.st_ino;
@@ -67,6 +61,9 @@ void FolderWatch::End()
 
 bool FolderWatch::MayHaveChanged()
 {
+    // A server that is gone would let any question wait.
+    if (m_isElsewhere)
+        return true;
     const bool hasEvents = m_descriptor >= 0 && DrainEvents();
     // A renamed parent tells the watch nothing, but another folder, or none, has the path now.
     if (m_descriptor >= 0 && IsSameFolder())

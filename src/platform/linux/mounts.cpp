@@ -120,20 +120,32 @@ std::vector<Mount> ParseMountInfo(std::string_view text)
     return mounts;
 }
 
-DriveTable DrivesFromMounts(const std::vector<Mount> &mounts, const MountQuestions &questions)
+DriveTable DrivesFromMounts(const std::vector<Mount> &mounts, const MountQuestions &questions,
+                            const DriveTable &before)
 {
-    const auto isRoot = [](const Mount &mount) { return mount.MountPoint == "/"; };
-    const auto root = std::find_if(mounts.begin(), mounts.end(), isRoot);
+    const auto root = std::ranges::find(mounts, "/", &Mount::MountPoint);
     DriveTable drives = {{'C', DriveFixed, root == mounts.end() ? QString() : questions.Label(*root), "/"}};
 
-    for (const Mount &mount : mounts) {
-        if (drives.back().Letter == 'Z')
-            break;
-        const int type = isRoot(mount) ? 0 : DriveTypeIfDrive(mount, questions);
-        if (type != 0)
-            drives.push_back(
-                {char(drives.back().Letter + 1), type, questions.Label(mount), mount.MountPoint});
+    const auto isKept = [&](char letter) {
+        const auto drive = std::ranges::find(before, letter, &Drive::Letter);
+        return drive != before.end() && std::ranges::count(mounts, drive->MountPoint, &Mount::MountPoint) > 0;
+    };
+    char fresh = 'D';
+    const auto letterOf = [&](const std::string &mountPoint) -> char {
+        const auto older = std::ranges::find(before, mountPoint, &Drive::MountPoint);
+        if (older != before.end())
+            return older->Letter;
+        while (isKept(fresh))
+            ++fresh;
+        return fresh <= 'Z' ? fresh++ : 0;
+    };
+    for (auto mount = mounts.begin(); mount != mounts.end(); ++mount) {
+        const int type = mount == root ? 0 : DriveTypeIfDrive(*mount, questions);
+        const char letter = type != 0 ? letterOf(mount->MountPoint) : 0;
+        if (letter != 0)
+            drives.push_back({letter, type, questions.Label(*mount), mount->MountPoint});
     }
+    std::ranges::sort(drives, {}, &Drive::Letter);
     return drives;
 }
 

@@ -154,17 +154,12 @@ std::string ToNativePath(const QString &path)
 {
     if (path.isEmpty())
         return {};
-    QStringView rest = path;
-    std::string base;
-    if (HasDrive(path)) {
-        base = MountPointOf(path[0]);
-        rest = rest.sliced(2);
-    } else {
-        const bool isRooted = path[0] == u'\\' || path[0] == u'/';
-        base = isRooted ? std::string("/") : CurrentFolder();
-    }
+    const bool hasDrive = HasDrive(path);
+    if (!hasDrive && path[0] != u'\\' && path[0] != u'/')
+        return ToNativePath(FromNativePath(".") + u'\\' + path);
+    const std::string base = hasDrive ? MountPointOf(path[0]) : "/";
     std::vector<std::string> names;
-    if (base.empty() || !SplitNames(rest, names))
+    if (base.empty() || !SplitNames(QStringView(path).sliced(hasDrive ? 2 : 0), names))
         return {};
     return LookUp(base, names);
 }
@@ -198,7 +193,8 @@ QString PathFromUserText(const QString &text)
         QStringView place = QStringView(text).sliced(fileUrl.size());
         if (place.startsWith(u"localhost/", Qt::CaseInsensitive))
             place = place.sliced(9);
-        return FromNativePath(QByteArray::fromPercentEncoding(place.toUtf8()).toStdString());
+        if (place.startsWith(u'/'))
+            return FromNativePath(QByteArray::fromPercentEncoding(place.toUtf8()).toStdString());
     }
     if (text.startsWith(u'/'))
         return FromNativePath(text.toUtf8().toStdString());

@@ -10,6 +10,7 @@
 #include <random>
 #include <string>
 #include <sys/stat.h>
+#include <tuple>
 
 namespace wb
 {
@@ -64,10 +65,10 @@ FileError OutputFile::OpenExisting(const std::string &path)
     if (::realpath(path.c_str(), target) == nullptr || ::stat(target, &status) != 0 ||
         ::faccessat(AT_FDCWD, target, W_OK, AT_EACCESS) != 0)
         return Fail(errno);
-    if (S_ISREG(status.st_mode)) {
+    if (S_ISREG(status.st_mode))
         return OpenBeside(target) == FileError::None ? TakeRightsOf(status) : m_error;
-    }
 
+    m_isFlushed = false; // devices and pipes refuse it
     // A folder refuses to be opened for writing; a pipe that nobody reads would block without O_NONBLOCK.
     m_descriptor = ::open(target, O_WRONLY | O_CLOEXEC | O_NONBLOCK);
     if (m_descriptor < 0)
@@ -127,12 +128,17 @@ void OutputFile::SetTargetName(const std::string &name)
 FileError OutputFile::TakeRightsOf(const struct stat &older)
 {
     struct stat own = {};
-    const bool isSameOwner =
-        ::fstat(m_descriptor, &own) == 0 && own.st_uid == older.st_uid && own.st_gid == older.st_gid;
-    // Only the superuser may give files away; for anyone else the new file is the writer's.
-    if (!isSameOwner && ::fchown(m_descriptor, older.st_uid, older.st_gid) != 0 && errno != EPERM)
+    if (::fstat(m_descriptor, &own) != 0)
         return Fail(errno);
-    return ::fchmod(m_descriptor, older.st_mode & 0777) == 0 ? m_error : Fail(errno);
+    // Only the superuser may give files away, and not where the owner has no number here. What could be kept
+    // neither way is the writer's.
+    const bool isSameOwner = own.st_uid == older.st_uid && own.st_gid == older.st_gid;
+    if (!isSameOwner && ::fchown(m_descriptor, older.st_uid, older.st_gid) != 0)
+        std::ignore = ::fchown(m_descriptor, own.st_uid, older.st_gid);
+    // Not every file system lets bits be changed; those that it makes up are the same for all files.
+    constexpr mode_t rights = 0777;
+    const bool isSameMode = ((own.st_mode ^ older.st_mode) & rights) == 0;
+    return isSameMode || ::fchmod(m_descriptor, older.st_mode & rights) == 0 ? m_error : Fail(errno);
 }
 
 FileError OutputFile::Write(ByteView bytes)

@@ -1,4 +1,4 @@
-#include "platform/wildcard.h"
+#include "common/wildcard.h"
 
 namespace wb
 {
