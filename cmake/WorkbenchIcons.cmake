@@ -9,7 +9,8 @@ set(WORKBENCH_LIST_ICONS
 set(WORKBENCH_BUTTONS
   play stop zoomin zoomout plus minus preview savepng savejpg saveallpng
   copygicr copygaicr copygaicrall copyhaicr copyhaicrall copyanimcr copyanimcrall
-  root up down right rightall left leftall addframe removeframe toall abort packer unpacker extract settings min tray close check error)
+  root up down right rightall left leftall addframe removeframe toall abort packer unpacker extract min tray close
+  check error)
 # ":/cursors/", 32 px with the hot spot at 16,16, @2x 64 px.
 set(WORKBENCH_CURSORS handopen handclosed)
 # ":/app/workbench-SIZE.png".

@@ -33,8 +33,7 @@ function(workbench_module target file)
   set_property(GLOBAL APPEND PROPERTY WORKBENCH_MODULES ${target})
 endfunction()
 
-# workbench_test(NAME SOURCES...): a GoogleTest program that mirrors one folder of src/. `SANITIZED` tests are
-# those of the core; they are all that the asan preset builds.
+# workbench_test(NAME SOURCES...): a GoogleTest program that mirrors one folder of src/, with the libraries loaded.
 function(workbench_test name)
   add_executable(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE workbench_test_support GTest::gmock workbench_flags)

@@ -7,9 +7,14 @@ target=$2
 samples=$(cd "$(dirname "$0")/.." && pwd)/samples/game
 out=$(dirname "$bin")/headless
 rm -rf "$out"
-mkdir -p "$out"
+mkdir -m 700 "$out" # as Qt wants its runtime folder
 
-picture=$(find "$samples" -name '*.png' -size +4k | sort | head -n 1)
+# first_of FOLDER PATTERN: its first file of that name that is no tiny one, if any.
+first_of() {
+  find "$1" -iname "$2" -size +4k 2>/dev/null | sort | sed -n 1p || true
+}
+
+picture=$(first_of "$samples" '*.png')
 "$bin/workbench-cli" gi "$picture" "$out/picture.gi" --type 0
 "$bin/workbench-cli" export "$out/picture.gi" "$out/picture.png"
 "$bin/workbench-cli" info "$out/picture.gi" > "$out/picture.txt"
@@ -18,7 +23,8 @@ picture=$(find "$samples" -name '*.png' -size +4k | sort | head -n 1)
 
 shown=$target
 if [ -d "$target" ]; then
-  shown=$(find "$target" -name '*.gi' -size +4k | sort | head -n 1)
+  shown=$(first_of "$target" '*.gi')
+  shown=${shown:-$target}
 fi
 XDG_RUNTIME_DIR=$out QT_QPA_PLATFORM=offscreen "$bin/workbench-screenshot" "$out/window.png" 1024x736 0 "$shown"
 

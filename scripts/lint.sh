@@ -12,5 +12,6 @@ fi
 [ ${#files[@]} -eq 0 ] && exit 0
 
 clang-format --dry-run --Werror "${files[@]}"
-printf '%s\n' "${files[@]}" | grep '\.cpp$' |
-  xargs -P "$(nproc)" -n 4 clang-tidy -p build/test --quiet --extra-arg=-Wno-unknown-warning-option
+# Headers are looked at with what includes them.
+printf '%s\n' "${files[@]}" | sed -n '/\.cpp$/p' |
+  xargs -r -P "$(nproc)" -n 4 clang-tidy -p build/test --quiet --extra-arg=-Wno-unknown-warning-option

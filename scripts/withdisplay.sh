@@ -2,7 +2,8 @@
 # Runs a command on a virtual X display of its own with a small window manager.
 set -euo pipefail
 number=$(mktemp)
-Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp 3>"$number" 2>/dev/null &
+# Without -noreset the server drops whoever is just connecting when its last client leaves, as xdotool does below.
+Xvfb -displayfd 3 -noreset -screen 0 1920x1080x24 -nolisten tcp 3>"$number" 2>/dev/null &
 server=$!
 manager=
 finish() {
@@ -11,16 +12,21 @@ finish() {
   rm -f "$number"
 }
 trap finish EXIT
-for _ in $(seq 100); do
-  [ -s "$number" ] && break
-  sleep 0.1
-done
+# await WHAT COMMAND...: until the command succeeds.
+await() {
+  local what=$1
+  shift
+  for _ in $(seq 300); do
+    if "$@" >/dev/null 2>&1; then return; fi
+    sleep 0.1
+  done
+  echo "withdisplay: no $what came" >&2
+  exit 1
+}
+await "X server" test -s "$number"
 DISPLAY=:$(tr -d '\n' <"$number")
 export DISPLAY
 openbox --sm-disable >/dev/null 2>&1 &
 manager=$!
-for _ in $(seq 50); do
-  xdotool get_desktop >/dev/null 2>&1 && break
-  sleep 0.1
-done
+await "window manager" xdotool get_desktop
 QT_QPA_PLATFORM=xcb "$@"

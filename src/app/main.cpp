@@ -2,6 +2,8 @@
 #include "app/skin.h"
 #include "app/startup.h"
 #include "platform/clsregistryobject.h"
+#include "platform/nativepath.h"
+#include "platform/terminal.h"
 #include "services/settings.h"
 #include "widgets/desktopdialogs.h"
 
@@ -11,6 +13,7 @@
 
 int main(int argc, char **argv)
 {
+    wb::ReserveStandardStreams();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("workbench"));
     QApplication::setApplicationVersion(QStringLiteral(WORKBENCH_VERSION));
@@ -29,9 +32,8 @@ int main(int argc, char **argv)
         wb::frmMain window(dialogs, wb::SettingsPath(), registry);
         dialogs.SetOwner(&window);
         window.show();
-        const QStringList arguments = QApplication::arguments();
-        if (arguments.size() > 1)
-            window.OpenCommandLine(wb::ReadCommandLine(arguments.at(1)));
+        if (argc > 1) // what Qt has left
+            window.OpenCommandLine(wb::ReadCommandLine(wb::FromNativeText(argv[1])));
         result = QApplication::exec();
     }
     wb::UnloadLibraries();

@@ -7,9 +7,9 @@
 #include "services/dialogs.h"
 #include "sound/soundlibrary.h"
 
-#include <QDir>
-#include <QFile>
 #include <QRegularExpression>
+
+#include <filesystem>
 
 namespace wb
 {
@@ -43,7 +43,7 @@ QString PathOfArgument(const QString &argument)
     static const QRegularExpression ofProgram(QStringLiteral("^(file://|[A-Za-z]:[\\\\/])"));
     if (ofProgram.match(argument).hasMatch())
         return FromNativePath(ToNativePath(PathFromUserText(argument)));
-    return FromNativePath(QFile::encodeName(argument).toStdString());
+    return FromNativePath(ToNativeText(argument));
 }
 
 } // namespace
@@ -54,8 +54,9 @@ CommandLine ReadCommandLine(const QString &argument)
     const bool isFolder = FolderExists(path);
     const QString folder = isFolder ? path : GetFolder(path);
     // A folder that is not there opens nothing, also no file of that name in the current one.
-    const bool isThere = QDir::setCurrent(QFile::decodeName(ToNativePath(folder).c_str()));
-    return {folder, isFolder || !isThere ? QString() : GetFileName(path)};
+    std::error_code missing;
+    std::filesystem::current_path(ToNativePath(folder), missing);
+    return {folder, isFolder || missing ? QString() : GetFileName(path)};
 }
 
 } // namespace wb

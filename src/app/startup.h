@@ -19,6 +19,6 @@ struct CommandLine {
     QString folder; // path of the program
     QString name;   // a file in it, or empty
 };
-CommandLine ReadCommandLine(const QString &argument);
+CommandLine ReadCommandLine(const QString &argument); // the text of FromNativeText
 
 } // namespace wb

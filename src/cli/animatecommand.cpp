@@ -40,6 +40,8 @@ bool MayWriteAll(const QCommandLineParser &parser, const QString &target, qsizet
 {
     if (IsGai(target))
         return MayWrite(parser, target);
+    if (!NamesFile(target))
+        return false;
     for (qsizetype i = 0; i < count; ++i)
         if (!MayWrite(parser, PngTarget(target, std::int32_t(i))))
             return false;

@@ -3,7 +3,6 @@
 #include "common/files.h"
 #include "platform/nativepath.h"
 
-#include <QFile>
 #include <QStringList>
 
 #include <algorithm>
@@ -38,14 +37,14 @@ QString Shortened(const QString &text)
 
 int Fail(const QString &path, const QString &reason)
 {
-    std::fprintf(stderr, "workbench-cli: %s: %s\n", QFile::encodeName(Shortened(path)).constData(),
-                 Shortened(reason).toUtf8().constData());
+    std::fprintf(stderr, "workbench-cli: %s: %s\n", ToNativeText(Shortened(path)).c_str(),
+                 ToNativeText(Shortened(reason)).c_str());
     return Failed;
 }
 
 int Misuse(const QString &reason)
 {
-    std::fprintf(stderr, "workbench-cli: %s\n", Shortened(reason).toUtf8().constData());
+    std::fprintf(stderr, "workbench-cli: %s\n", ToNativeText(Shortened(reason)).c_str());
     return WrongUsage;
 }
 
@@ -76,12 +75,12 @@ void PrintJson(const QJsonDocument &document)
 
 QString FromArgument(const QString &argument)
 {
-    return FromNativePath(QFile::encodeName(argument).toStdString());
+    return FromNativePath(ToNativeText(argument));
 }
 
 QString Beside(const QString &argument, const QString &name)
 {
-    return argument.first(argument.lastIndexOf(u'/') + 1) + QFile::decodeName(ToNativeName(name).c_str());
+    return argument.first(argument.lastIndexOf(u'/') + 1) + FromNativeText(ToNativeName(name));
 }
 
 void DeclareForce(QCommandLineParser &parser)
@@ -89,8 +88,20 @@ void DeclareForce(QCommandLineParser &parser)
     parser.addOption({QStringLiteral("force"), QStringLiteral("Replace files that are already there.")});
 }
 
+// The program's paths have neither slashes at their ends nor dots: "x.png/" would become the file "x.png".
+bool NamesFile(const QString &argument)
+{
+    const QString name = argument.section(u'/', -1);
+    if (!name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral(".."))
+        return true;
+    Fail(argument, QStringLiteral("is no name of a file"));
+    return false;
+}
+
 bool MayWrite(const QCommandLineParser &parser, const QString &argument)
 {
+    if (!NamesFile(argument))
+        return false;
     if (parser.isSet(QStringLiteral("force")) || !FileExists(FromArgument(argument)))
         return true;
     Fail(argument, QStringLiteral("is already there; --force replaces it"));

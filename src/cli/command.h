@@ -54,6 +54,9 @@ QString FromArgument(const QString &argument);
 // A file of this name in the folder of another one, as the user would name it.
 QString Beside(const QString &argument, const QString &name);
 
+// Whether the last part of what the user named can be that of a file to write; says so when not.
+bool NamesFile(const QString &argument);
+
 // The option by which a command may replace files, and whether it may write `argument`; says so when not.
 void DeclareForce(QCommandLineParser &parser);
 bool MayWrite(const QCommandLineParser &parser, const QString &argument);

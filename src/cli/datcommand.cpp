@@ -19,9 +19,8 @@ void Declare(QCommandLineParser &parser)
     parser.addOption({CompressedOption, QStringLiteral("Import: compress, whatever the JSON says.")});
     parser.addOption({PlainOption, QStringLiteral("Import: do not compress, whatever the JSON says.")});
     DeclareForce(parser);
-    parser.addPositionalArgument(QStringLiteral("ACTION"),
-                                 QStringLiteral("Export a DAT as JSON, or import JSON as a DAT."),
-                                 QStringLiteral("export|import"));
+    parser.addPositionalArgument(QStringLiteral("export|import"),
+                                 QStringLiteral("Export a DAT as JSON, or import JSON as a DAT."));
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The file to read."));
     parser.addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("The file to write."));
 }

@@ -7,7 +7,6 @@
 #include "viewer/documentloader.h"
 #include "viewer/frameexport.h"
 
-#include <QFile>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -160,7 +159,7 @@ int Run(const QCommandLineParser &parser)
     if (!format)
         return Misuse(QStringLiteral("%1: the name must end in .png, .jpg, .jpeg or .jpe").arg(job.target));
     job.format = *format;
-    if (!job.all && !MayWrite(parser, job.target))
+    if (job.all ? !NamesFile(job.target) : !MayWrite(parser, job.target))
         return Failed;
     return Write(parser, job);
 }

@@ -12,7 +12,8 @@ namespace
 
 void Declare(QCommandLineParser &parser)
 {
-    parser.addOption({QStringLiteral("o"), QStringLiteral("The file to write; - is standard output."),
+    parser.addOption({QStringLiteral("o"),
+                      QStringLiteral("The file to write, which has to be given; - is standard output."),
                       QStringLiteral("FILE")});
     DeclareForce(parser);
     parser.addPositionalArgument(QStringLiteral("ARCHIVE"), QStringLiteral("The PKG archive."));

@@ -14,7 +14,8 @@ namespace
 
 void Declare(QCommandLineParser &parser)
 {
-    parser.addOption({QStringLiteral("type"), QStringLiteral("GI type, 0 to 4."), QStringLiteral("T")});
+    parser.addOption({QStringLiteral("type"), QStringLiteral("GI type, 0 to 4; it has to be given."),
+                      QStringLiteral("T")});
     parser.addOption({QStringLiteral("at"), QStringLiteral("Place on the canvas (default: 0,0)."),
                       QStringLiteral("X,Y"), QStringLiteral("0,0")});
     parser.addOption({QStringLiteral("crop"), QStringLiteral("Cut each layer to its visible pixels.")});

@@ -1,6 +1,8 @@
 // workbench-cli: everything the workbench can do without a window.
 #include "cli/command.h"
 #include "gfx/graphicslibrary.h"
+#include "platform/nativepath.h"
+#include "platform/terminal.h"
 #include "sound/soundlibrary.h"
 
 #include <QCoreApplication>
@@ -76,12 +78,11 @@ int RunCommand(const Command &command, const QStringList &arguments)
     }
 }
 
-int Main(QStringList arguments)
+int Main(const QStringList &arguments)
 {
-    arguments.removeFirst();
     if (arguments.isEmpty())
         return Misuse(QStringLiteral("a command is missing; see --help"));
-    const QString first = arguments.front();
+    const QString &first = arguments.front();
     if (first == QStringLiteral("--help") || first == QStringLiteral("-h")) {
         Print(Overview());
         return Done;
@@ -110,6 +111,10 @@ int Finish(int status)
 
 int main(int argc, char **argv)
 {
+    wb::ReserveStandardStreams();
     const QCoreApplication application(argc, argv);
-    return wb::cli::Finish(wb::cli::Main(QCoreApplication::arguments()));
+    QStringList arguments; // Qt's own have lost what is no UTF-8
+    for (int i = 1; i < argc; ++i)
+        arguments << wb::FromNativeText(argv[i]);
+    return wb::cli::Finish(wb::cli::Main(arguments));
 }

@@ -6,6 +6,8 @@
 #include "platform/folderscan.h"
 #include "platform/nativepath.h"
 
+#include <algorithm>
+
 namespace wb
 {
 
@@ -142,13 +144,22 @@ QString ReselectName(const FolderRow &selected)
     return isEntry ? selected.Name : selected.Text;
 }
 
+std::int32_t FindName(const FolderRows &rows, const QString &name, std::int32_t first)
+{
+    const auto start = rows.begin() + std::min<std::ptrdiff_t>(first, std::ssize(rows));
+    for (const Qt::CaseSensitivity letters : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
+        const auto found = std::find_if(
+            start, rows.end(), [&](const FolderRow &row) { return row.Name.compare(name, letters) == 0; });
+        if (found != rows.end())
+            return std::int32_t(found - rows.begin());
+    }
+    return -1;
+}
+
 std::int32_t FindRow(const FolderRows &rows, const QString &name)
 {
-    for (std::size_t index = 0; index < rows.size(); ++index) {
-        if (rows[index].Name.compare(name, Qt::CaseInsensitive) == 0)
-            return std::int32_t(index);
-    }
-    return rows.empty() ? -1 : 0;
+    const std::int32_t row = FindName(rows, name, 0);
+    return row < 0 && !rows.empty() ? 0 : row;
 }
 
 OpenedRow OpenRow(const FolderRow &row, const QString &path, const QString &programFolder)

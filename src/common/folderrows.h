@@ -61,7 +61,10 @@ bool RowsDiffer(const FolderRows &before, const FolderRows &after);
 // The name by which the selected row is found again after the rows were replaced.
 QString ReselectName(const FolderRow &selected);
 
-// The first row whose Name is `name` ignoring case, else the first row; -1 when there are no rows.
+// The first row from `first` on whose Name is `name`, ignoring case when none is just that; -1 for none.
+std::int32_t FindName(const FolderRows &rows, const QString &name, std::int32_t first);
+
+// That of all rows, else the first row; -1 when there are no rows.
 std::int32_t FindRow(const FolderRows &rows, const QString &name);
 
 // Where opening a row leads.

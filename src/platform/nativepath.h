@@ -37,6 +37,11 @@ QString PathFromUserText(const QString &text);
 QString FromNativeName(std::string_view name);
 std::string ToNativeName(QStringView name);
 
+// Bytes that the machine hands over or takes whole, as an argument of a command line, and back: only what is
+// no valid UTF-8 is written by characters of that range, so that nothing is lost.
+QString FromNativeText(std::string_view bytes);
+std::string ToNativeText(QStringView text);
+
 // `folder`/`name` without any look-up; empty when `name` can't be a name or `folder` is empty.
 std::string NativeChild(const std::string &folder, QStringView name);
 

@@ -6,6 +6,10 @@
 namespace wb
 {
 
+// For the start of a program: sees to it that no file gets the number of a standard stream that was closed,
+// by which what is printed would go into the file. Using such a stream still fails.
+void ReserveStandardStreams();
+
 // How many characters fit into a row of the terminal that the stream goes to; 0 when it goes elsewhere.
 int TerminalColumns(std::FILE *stream);
 

@@ -1,5 +1,6 @@
 #include "viewer/folderpane.h"
 
+#include "archive/pkgformat.h"
 #include "common/files.h"
 #include "common/paths.h"
 #include "platform/fileio.h"
@@ -67,10 +68,10 @@ void FolderPane::SelectionChanged()
 
 void FolderPane::DoubleClicked()
 {
-    const QString file = SelectedFile(); // another one may be selected while it loads
+    if (!IsPkgPath(SelectedFile()))
+        return; // selecting it has opened it
     SelectionChanged();
-    if (!file.isEmpty())
-        Q_EMIT FileOpened(file);
+    Q_EMIT ArchiveOpened();
 }
 
 void FolderPane::GoUp()

@@ -37,7 +37,7 @@ public:
 
 Q_SIGNALS:
     void FileSelected(const QString &path);
-    void FileOpened(const QString &path); // by a double click; it was selected before
+    void ArchiveOpened(); // by a double click on the one that was selected
 
 private:
     QString PathOf(const QString &name) const;

@@ -58,11 +58,20 @@ bool frmView::ShowPreview(std::int32_t handle)
         return !IsTooLarge(handle);
     }
     m_alpha.UpdateAlpha(ImageFromDib(handle));
-    m_wasMoved = m_wasMoved || (m_isPressed && pos() != m_pressedAt);
-    if (!m_wasMoved)
+    NoticeMove();
+    if (!m_wasMoved) {
         move(PlaceFor(size()));
+        m_place = pos();
+    }
     show();
     return true;
+}
+
+// A move tells nothing while it goes on: the window manager does it.
+void frmView::NoticeMove()
+{
+    m_wasMoved = m_wasMoved || (m_isPressed && pos() != m_place);
+    m_place = pos();
 }
 
 // Nearer to the top or left where the picture fits on the screen that way only. One that is larger than the
@@ -91,7 +100,7 @@ void frmView::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    m_pressedAt = pos();
+    NoticeMove();
     m_isPressed = StartWindowMove(*this) || m_isPressed;
 }
 

@@ -37,13 +37,14 @@ protected:
 
 private:
     QPoint PlaceFor(QSize size) const;
+    void NoticeMove();
 
     const Settings &m_settings;
     clsAlphaWnd m_alpha;
     bool m_isOn = false;
-    QPoint m_pressedAt;
-    bool m_isPressed = false;
-    bool m_wasMoved = false; // by the user, who decides from then on where it is
+    QPoint m_place;           // where it was last seen
+    bool m_isPressed = false; // it was, so that it may be dragged; before, others may have placed it
+    bool m_wasMoved = false;  // by the user, who decides from then on where it is
 };
 
 } // namespace wb

@@ -63,7 +63,7 @@ ViewerPage::ViewerPage(Settings &settings, Dialogs &dialogs, Progress &progress,
     column->addWidget(m_display);
 
     connect(&m_browser->Folders(), &FolderPane::FileSelected, this, &ViewerPage::FileSelected);
-    connect(&m_browser->Folders(), &FolderPane::FileOpened, this, &ViewerPage::FileOpened);
+    connect(&m_browser->Folders(), &FolderPane::ArchiveOpened, this, &ViewerPage::ArchiveOpened);
     connect(&m_browser->Entries(), &ArchivePane::EntrySelected, this, &ViewerPage::EntrySelected);
     connect(m_browser, &Browser::PackerWanted, this, &ViewerPage::PackerWanted);
     connect(m_browser, &Browser::UnpackerWanted, this, &ViewerPage::UnpackerWanted);
@@ -187,10 +187,8 @@ void ViewerPage::FileSelected(const QString &path)
 }
 
 // An archive that can't be opened is reported now only; selecting it said nothing.
-void ViewerPage::FileOpened(const QString &path)
+void ViewerPage::ArchiveOpened()
 {
-    if (!IsPkgPath(path))
-        return;
     if (Archive().Error() == FileError::None)
         m_browser->SetView(Browser::Archive);
     else

@@ -76,7 +76,7 @@ protected:
 private:
     void OpenInViewer(const QString &path);
     void FileSelected(const QString &path);
-    void FileOpened(const QString &path);
+    void ArchiveOpened();
     void FileDropped(const QString &path);
     void EntrySelected(const PkgEntry &entry);
     void OpenWaiting();

@@ -6,8 +6,6 @@
 #include <QPointer>
 #include <QThreadPool>
 
-#include <algorithm>
-
 namespace wb
 {
 
@@ -66,12 +64,7 @@ QString FileListBox::SelectedName() const
 
 int FileListBox::FindName(const QString &name, int first) const
 {
-    const FolderRows &rows = m_rows->Records();
-    const auto start = rows.begin() + std::min<std::ptrdiff_t>(first, std::ssize(rows));
-    const auto found = std::find_if(start, rows.end(), [&](const FolderRow &row) {
-        return row.Name.compare(name, Qt::CaseInsensitive) == 0;
-    });
-    return found == rows.end() ? -1 : static_cast<int>(found - rows.begin());
+    return wb::FindName(m_rows->Records(), name, first);
 }
 
 void FileListBox::OpenSelected()

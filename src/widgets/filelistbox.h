@@ -30,7 +30,7 @@ public:
     // The selected row's name, empty without one.
     QString SelectedName() const;
 
-    // The first row from `first` on whose name is `name` ignoring case, or -1.
+    // As the function of that name does, in the rows shown.
     int FindName(const QString &name, int first) const;
 
     // Lists the folder again now, as the timer does.

@@ -70,6 +70,20 @@ TEST_F(Animation, IsShownWithTheBackgroundBesideItAndFromAnArchiveWithout)
     EXPECT_EQ(QColor(0, 0xFF, 0), PixelAt("picPictureBorder", centre)) << "piled up, as the settings want it";
 }
 
+TEST_F(Animation, FromTheCommandLineIsReadOnceAlsoWhenItIsAborted)
+{
+    QTimer hand;
+    QObject::connect(&hand, &QTimer::timeout, [&] {
+        if (!Find("cmdAbort")->isEnabled())
+            return;
+        Click("cmdAbort");
+        hand.stop();
+    });
+    hand.start(0);
+    OpenWindow(QStringLiteral("long.gai"));
+    EXPECT_LT(FramesShown(), LongCount);
+}
+
 TEST_F(Animation, WhatIsSelectedLastDuringALoadIsOpenedAfterItUnlessTheWindowCloses)
 {
     OpenWindow(QStringLiteral("BOOM.Gi"));

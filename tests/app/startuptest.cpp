@@ -51,6 +51,10 @@ TEST(Startup, AFolderPartBecomesTheCurrentFolder)
         EXPECT_EQ(inner, file.folder) << argument.toStdString();
         EXPECT_EQ(QStringLiteral("x.gi"), file.name) << argument.toStdString();
     }
+    folder.MakeFolder("\xFF");
+    const CommandLine old = ReadCommandLine(FromNativeText(folder.Native("\xFF/\xD4.gi")));
+    EXPECT_EQ(folder.Path(FromNativeName("\xFF")) + u'\\' + FromNativeName("\xD4.gi"),
+              old.folder + u'\\' + old.name);
     EXPECT_EQ(FromNativeName("y:z.gi"), ReadCommandLine(QStringLiteral("y:z.gi")).name);
     EXPECT_EQ(QString(), ReadCommandLine(QStringLiteral("missing/x.gi")).name);
 

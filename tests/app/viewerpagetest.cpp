@@ -413,6 +413,15 @@ TEST_F(Viewer, AbortAndCloseEndSavingInTheMiddle)
     EXPECT_EQ(folder.Path(QStringLiteral("inner")), WrittenSettings().OpenDir);
 }
 
+TEST_F(Viewer, OfNamesThatDifferInCaseOnlyTheOneThatWasGivenIsOpened)
+{
+    folder.AddGi("A.gi", MakePicture(8, 8, Red), 0, 0);
+    for (const auto &[name, size] : {std::pair("a.gi", "|  64 x 48"), std::pair("A.gi", "|  8 x 8")}) {
+        OpenWindow(QLatin1String(name));
+        EXPECT_EQ(QLatin1String(size), Text("lblSize"));
+    }
+}
+
 } // namespace
 
 } // namespace wb

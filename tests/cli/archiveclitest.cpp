@@ -67,10 +67,12 @@ TEST_F(CliTest, WhatIsPackedComesBack)
               Run(u"unpack Игра.pkg Часть --folder /.скрытая/"_qs).out);
     EXPECT_EQ((Tree{{"Внутри", "/"}, {"Внутри/Ёлка.txt", tree.at(".Скрытая/Внутри/Ёлка.txt")}}),
               TreeBelow(folder, "Часть"));
+    EXPECT_EQ(1, RunInShell(u"\"$0\" pack Игра закрыто.pkg --store <&- >&- 2>&-"_qs)) << "has no log";
+    EXPECT_TRUE(folder.Get("Игра.pkg") == folder.Get("закрыто.pkg")) << "the log is in the archive";
     folder.Put("диск.pkg", "older");
     OnAFullDisk(100'000, [&] { EXPECT_EQ(1, Run(u"pack Игра диск.pkg --force"_qs).status); });
     EXPECT_EQ("older", folder.Get("диск.pkg"));
-    EXPECT_EQ(5U, folder.EntryCount());
+    EXPECT_EQ(6U, folder.EntryCount());
 }
 
 TEST_F(CliTest, AHostileArchiveStaysInsideTheTarget)

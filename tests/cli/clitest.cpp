@@ -166,6 +166,9 @@ TEST_F(CliTest, ExportNamesItsFilesAndKeepsTheQuality)
             EXPECT_TRUE(std::filesystem::remove(folder.Native(name.toStdString()))) << name.toStdString();
         }
     EXPECT_EQ(1U, folder.EntryCount()) << "nothing under any other name";
+    folder.Put("\xFF", folder.Get("a")); // no UTF-8
+    EXPECT_EQ(0, RunInShell(u"n=$(printf '\\377'); \"$0\" export $n $n.jpg"_qs));
+    EXPECT_FALSE(folder.Get("\xFF.jpg").empty());
     std::size_t smaller = 0;
     for (const char *quality : {"0", "50", "100"}) {
         ExpectDone(u"export a a.JPE --force --quality "_qs + QLatin1String(quality));

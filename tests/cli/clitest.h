@@ -37,6 +37,16 @@ protected:
                 program.readAllStandardError().toStdString()};
     }
 
+    // Runs a line of the shell in the folder, where "$0" is the program. Gives its status.
+    int RunInShell(const QString &line) const
+    {
+        QProcess shell;
+        shell.setWorkingDirectory(folder.NativeText());
+        shell.start(u"sh"_qs,
+                    {u"-c"_qs, line, QCoreApplication::applicationDirPath() + u"/workbench-cli"_qs});
+        return shell.waitForFinished() ? shell.exitCode() : -1;
+    }
+
     void ExpectDone(const QString &line) const
     {
         const Result run = Run(line);

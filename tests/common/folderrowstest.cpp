@@ -63,6 +63,7 @@ TEST(FolderRows, RefreshKeepsTheSelectionByName)
 
     EXPECT_EQ(FindRow(rows, u"A"_qs), 1);
     EXPECT_EQ(FindRow(rows, ReselectName(rows[2])), 2);
+    EXPECT_EQ(FindRow({rows[1], {u"A"_qs, u"A"_qs, RowFile, 0}}, u"A"_qs), 1);
     EXPECT_EQ(FindRow(rows, u"gone"_qs), 0);
     EXPECT_EQ(FindRow({}, u"a"_qs), -1);
     const FolderRow drive = {u"Локальный диск (C:)"_qs, u"C:\\"_qs, RowDrive, 1};

@@ -4,6 +4,7 @@
 set -euo pipefail
 build=$1
 cpack=$2
+source=$(cd "$(dirname "$0")/../.." && pwd)
 place=$(mktemp -d)
 trap 'rm -rf "$place"' EXIT
 chmod 755 "$place"
@@ -33,7 +34,7 @@ as_user() {
 close_window() {
   local window
   window=$(timeout 20 xdotool search --sync --onlyvisible --name '^Workbench$' | head -n 1) || fail "no window came"
-  timeout 20 xdotool windowactivate --sync "$window"
+  timeout 20 xdotool windowactivate --sync "$window" || fail "the window does not come forward"
   xdotool key alt+F4
   for _ in $(seq 100); do
     xwininfo -id "$window" >/dev/null 2>&1 || return 0
@@ -80,6 +81,20 @@ grep -q "can't be read" "$place/err" || fail "the graphics library is not found:
 printf 'RIFF    WAVE' >"$place/none.wav"
 "$cli" info "$place/none.wav" 2>"$place/err" && fail "a sound without samples is told of"
 grep -q "of no kind" "$place/err" || fail "the sound library is not found: $(cat "$place/err")"
+# The examples of the README run as they stand.
+"$source/samples/make-samples.sh" "$place/samples" "$build/bin" >"$place/samples.log" || fail "$(cat "$place/samples.log")"
+cd "$place/samples"
+cp game/Графика/Планета.gi game/Данные.pkg game/Данные/Игра.dat .
+cp game/Графика/Планета.png planet.png
+for picture in game/Разное/Взрыв/*.png; do cp "$picture" "frame${picture##*_}"; done
+for picture in game/Интерфейс/Радар/*.png; do cp "$picture" "full${picture##*_}"; done
+grep '^workbench-cli ' "$source/README.md" >"$place/examples"
+while read -r example; do
+  PATH=$root/usr/bin:$PATH bash -o pipefail -c "$example" >"$place/said" 2>&1 </dev/null ||
+    fail "$example: $(cat "$place/said")"
+done <"$place/examples"
+cd /
+
 # shellcheck disable=SC1090
 . "$share/bash-completion/completions/workbench-cli"
 complete_words() {

@@ -24,6 +24,9 @@ TEST(NativePath, GoesBothWaysAndTakesWhatPeopleWrite)
     const std::string below = std::filesystem::current_path().string() + "/no-such";
     EXPECT_EQ(FromNativePath("no-such"), FromNativePath(below));
     EXPECT_EQ(ToNativePath(u"no-such"_qs), below);
+    for (const char *bytes : {"/a\\b*?:Ё", "\xFF\xD4.gi", "\xEF\x80\xBF"})
+        EXPECT_EQ(ToNativeText(FromNativeText(bytes)), bytes);
+    EXPECT_EQ(FromNativeText("a\\*?:\xFF"), u"a\\*?:\xF0FF"_qs);
     const std::string above = std::filesystem::current_path().parent_path().string() + "/no-such";
     EXPECT_EQ(ToNativePath(u"x\\..\\..\\no-such"_qs), above);
 }

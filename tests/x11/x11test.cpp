@@ -60,10 +60,11 @@ protected:
         return At(List()->viewport(), List()->visualRect(index).center());
     }
 
-    // Drags from where `from` is by the offset, in two steps as a hand does.
+    // Drags from where `from` is by the offset, in two steps and no faster than a hand does.
     static void Drag(const QString &from, QPoint by)
     {
         Hand(QStringLiteral("mousemove %1 mousedown 1").arg(from));
+        Settle();
         Hand(QStringLiteral("mousemove_relative -- %1").arg(At(by / 2)));
         Hand(QStringLiteral("mousemove_relative -- %1").arg(At(by - by / 2)));
         Hand(QStringLiteral("mouseup 1"));
@@ -198,6 +199,7 @@ TEST_F(X11, AWindowIsKeptOnTopWithoutMovingIt)
 TEST_F(X11, ThePreviewIsATransparentWindowThatIsDraggedAndOnTopByTheRules)
 {
     folder.AddPng("half.png", MakePicture(100, 50, [](int x, int) { return x < 50 ? 0x80FF0000 : 0; }));
+    folder.AddPng("wide.png", MakePicture(500, 400, 0x80FF0000));
     Settings settings = DefaultSettings();
     settings.BackColor2 = 0xFF0000;
     settings.ViewOnTop = true;
@@ -226,9 +228,20 @@ TEST_F(X11, ThePreviewIsATransparentWindowThatIsDraggedAndOnTopByTheRules)
     EXPECT_TRUE(compositor.waitForFinished());
     EXPECT_TRUE(shows("#80007f#0000ff"));
 
-    const QPoint dragged = view->pos() + QPoint(-200, -100);
+    // A click moves nothing, and takes back no move.
+    const auto clickAndShowOthers = [&] {
+        Hand(QStringLiteral("mousemove %1 click 1").arg(At(view, {75, 25})));
+        for (const char *name : {"wide.png", "half.png"})
+            ClickRow(QLatin1String(name));
+        Settle();
+        return view->pos();
+    };
+    const QPoint place = view->pos();
+    EXPECT_EQ(place, clickAndShowOthers());
+    const QPoint dragged = place + QPoint(-200, -100);
     Drag(At(view, {75, 25}), {-200, -100});
     EXPECT_TRUE(view->pos() == dragged && window->isActiveWindow() && isOnTop());
+    EXPECT_EQ(dragged, clickAndShowOthers());
     behind.activateWindow();
     EXPECT_TRUE(shows("#00ff00#00ff00")); // it lies behind the window that is active now
     EXPECT_FALSE(isOnTop());
@@ -250,6 +263,7 @@ TEST_F(X11, WithoutANotificationAreaTheTrayButtonMinimises)
     EXPECT_TRUE(QTest::qWaitFor([this] { return window->isMinimized(); }));
     window->showNormal();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    Settle();
     Hand(QStringLiteral("mousemove %1 click 1").arg(Centre("cmdClose")));
     EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
     EXPECT_EQ(folder.Path(), WrittenSettings().Dir);

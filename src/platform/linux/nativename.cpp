@@ -57,45 +57,59 @@ bool IsPlain(std::string_view name)
                        [](char byte) { return std::uint8_t(byte) < 0x80 && !IsReserved(char32_t(byte)); });
 }
 
-} // namespace
-
-QString FromNativeName(std::string_view name)
+QString FromBytes(std::string_view bytes, bool isName)
 {
-    if (IsPlain(name))
-        return QString::fromLatin1(name.data(), qsizetype(name.size()));
     QString text;
-    text.reserve(qsizetype(name.size()));
-    while (!name.empty()) {
+    text.reserve(qsizetype(bytes.size()));
+    while (!bytes.empty()) {
         char32_t character = 0;
-        std::size_t length = DecodeUtf8(name, character);
-        if (length == 0 || IsReserved(character) || IsStandIn(character)) {
+        std::size_t length = DecodeUtf8(bytes, character);
+        if (length == 0 || (isName && IsReserved(character)) || IsStandIn(character)) {
             length = 1;
-            text += QChar(char16_t(StandIn + std::uint8_t(name[0])));
+            text += QChar(char16_t(StandIn + std::uint8_t(bytes[0])));
         } else {
             text += QStringView(QChar::fromUcs4(character));
         }
-        name.remove_prefix(length);
+        bytes.remove_prefix(length);
     }
     return text;
 }
 
+} // namespace
+
+QString FromNativeName(std::string_view name)
+{
+    return IsPlain(name) ? QString::fromLatin1(name.data(), qsizetype(name.size())) : FromBytes(name, true);
+}
+
 std::string ToNativeName(QStringView name)
 {
-    if (name.isEmpty() || name == u"." || name == u"..")
+    const auto isRefused = [](QChar unit) {
+        return unit.isNull() || unit == u'/' || IsReserved(unit.unicode());
+    };
+    if (name == u"." || name == u".." || std::any_of(name.begin(), name.end(), isRefused))
         return {};
+    return ToNativeText(name);
+}
+
+QString FromNativeText(std::string_view bytes)
+{
+    return FromBytes(bytes, false);
+}
+
+std::string ToNativeText(QStringView text)
+{
     std::string native;
-    native.reserve(std::size_t(name.size()));
-    for (qsizetype index = 0; index < name.size(); ++index) {
-        const char16_t unit = name[index].unicode();
-        if (unit == 0 || unit == u'/' || IsReserved(unit))
-            return {};
+    native.reserve(std::size_t(text.size()));
+    for (qsizetype index = 0; index < text.size(); ++index) {
+        const char16_t unit = text[index].unicode();
         if (unit < 0x80) {
             native += char(unit);
         } else if (IsStandIn(unit)) {
             native += char(unit - StandIn);
         } else {
-            const bool isPair = name[index].isHighSurrogate() && index + 1 < name.size();
-            native += name.sliced(index, isPair ? 2 : 1).toUtf8().toStdString();
+            const bool isPair = text[index].isHighSurrogate() && index + 1 < text.size();
+            native += text.sliced(index, isPair ? 2 : 1).toUtf8().toStdString();
             index += isPair ? 1 : 0;
         }
     }

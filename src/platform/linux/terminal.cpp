@@ -7,6 +7,14 @@
 namespace wb
 {
 
+void ReserveStandardStreams()
+{
+    // open() gives the lowest number that is free.
+    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
+        if (::fcntl(stream, F_GETFD) < 0)
+            ::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+}
+
 int TerminalColumns(std::FILE *stream)
 {
     constexpr int usualColumns = 80; // of one that does not tell
