@@ -41,7 +41,7 @@ std::size_t NumberAt(ByteView bytes, std::size_t place)
 bool IsSlow(ByteView file)
 {
     constexpr std::size_t WidthPlace = 16; // the height follows
-    constexpr std::uint64_t Quick = 1 << 16;
+    constexpr std::uint64_t Quick = 1 << 12;
     constexpr std::uint64_t Refused = 1 << 24;
 
     if (file.size() < WidthPlace + 2 * NumberSize)

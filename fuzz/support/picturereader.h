@@ -14,7 +14,7 @@ using PictureReader = std::int32_t (*GraphicsLibrary::*)(const std::uint8_t *, c
 // True when the file holds a picture.
 inline bool FuzzPicture(ByteView bytes, PictureReader read)
 {
-    constexpr std::int64_t MostCopied = 1 << 18; // a larger picture would take the time of many files
+    constexpr std::int64_t MostCopied = 1 << 14; // a larger picture would take the time of many files
 
     const auto length = std::int32_t(bytes.size());
     const std::int32_t handle = (Graphics().*read)(bytes.data(), &length);
