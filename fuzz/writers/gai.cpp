@@ -24,7 +24,7 @@ std::vector<FrameBuf> TakeFrames(FuzzInput &input, const GaiBox &box)
         frame.X = box.StartX + input.Number(box.Width - frame.Width);
         frame.Y = box.StartY + input.Number(box.Height - frame.Height);
         frame.Delay = input.Long();
-        frame.TransType = TransTypeOf(frame);
+        frame.TransType = TransTypeOf(frame.Pixels);
         frame.GiType = GiTypeAllowed(type, frame.TransType) ? type : 0;
         frames.push_back(std::move(frame));
     }

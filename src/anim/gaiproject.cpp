@@ -23,7 +23,7 @@ constexpr std::int32_t FrameBuf::*FrameNumbers[] = {&FrameBuf::X, &FrameBuf::Y, 
 // opaque one count as transparent. One that can't be written at all becomes what an added picture gets.
 void ClassifyRead(FrameBuf &frame)
 {
-    const std::int32_t transType = TransTypeOf(frame);
+    const std::int32_t transType = TransTypeOf(frame.Pixels);
     frame.TransType = frame.GiType == 0 ? transType : std::max(transType, 1);
     if (!GiTypeAllowed(frame.GiType, frame.TransType))
         frame.GiType = frame.TransType = transType;
@@ -97,7 +97,7 @@ bool GaiProject::Append(FrameBuf frame, const QString &name)
         return false;
     const bool isFirst = m_list.IsEmpty();
     frame.Delay = Value(Delay);
-    frame.GiType = frame.TransType = TransTypeOf(frame);
+    frame.GiType = frame.TransType = TransTypeOf(frame.Pixels);
     if (isFirst) {
         m_box.Width = frame.Width;
         m_box.Height = frame.Height;

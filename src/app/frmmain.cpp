@@ -28,6 +28,8 @@
 #include <QWheelEvent>
 #include <QWindow>
 
+#include <utility>
+
 namespace wb
 {
 
@@ -76,7 +78,7 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath, clsRegistryObject &regi
     column->addWidget(MakePageButtons());
     column->addWidget(m_halves, 1);
     column->addWidget(m_status);
-    MakePages();
+    MakeViewer();
     PlaceLists();
     KeepAssociations();
 
@@ -126,34 +128,33 @@ QWidget *frmMain::MakePageButtons()
     return m_pageButtons;
 }
 
-void frmMain::MakePages()
+void frmMain::MakeViewer()
 {
     m_viewer =
         new ViewerPage(m_settings, m_dialogs, *m_status, m_abort, m_res, m_unpackJob, m_datEditor, m_pages);
+    AddPage(m_viewer);
+    connect(m_viewer, &ViewerPage::ViewerWanted, this, [this] { ShowPage(ViewerIndex); });
+    connect(m_viewer, &ViewerPage::DatEditorWanted, this, [this] { ShowPage(DatEditorIndex); });
+}
+
+// The pages that are out of view at first. Making them takes as long as what the first frame needs.
+void frmMain::MakeOtherPages()
+{
+    if (m_pages->count() == PageCount)
+        return;
     auto *creator = new GiCreatorPage(m_settings, m_dialogs, m_res, m_pages);
     auto *gaiEditor = new GaiEditorPage(m_settings, m_dialogs, *m_log, m_res, m_pages);
     auto *haiEditor = new HaiEditorPage(m_settings, m_dialogs, m_res, m_pages);
     auto *animCreator = new AnimCreatorPage(m_settings, m_dialogs, m_res, m_pages);
+    auto *datEditor = new DatEditorPage(m_datEditor, m_pages);
     auto *unpacker = new UnpackerPage(m_settings, m_dialogs, m_unpackJob, m_pages);
     auto *packer = new PackerPage(m_settings, m_dialogs, m_packJob, m_pages);
     auto *options = new OptionsPage(m_settings, m_dialogs, m_pages);
-    std::array<Page *, PageCount> pages{};
-    pages[ViewerIndex] = m_viewer;
-    pages[GiCreatorIndex] = creator;
-    pages[GaiEditorIndex] = gaiEditor;
-    pages[HaiEditorIndex] = haiEditor;
-    pages[AnimCreatorIndex] = animCreator;
-    pages[DatEditorIndex] = new DatEditorPage(m_datEditor, m_pages);
-    pages[UnpackerIndex] = unpacker;
-    pages[PackerIndex] = packer;
-    pages[OptionsIndex] = options;
-    for (std::size_t i = 0; i < pages.size(); ++i) {
-        Page *page = pages[i];
-        page->setObjectName(QStringLiteral("picPage(%1)").arg(i));
-        m_pages->addWidget(page);
-        page->ApplySettings();
-        connect(page, &Page::Idle, this, &frmMain::CloseWhenIdle);
-    }
+    // As the indexes above say.
+    for (Page *page : std::array<Page *, PageCount - 1>{creator, gaiEditor, haiEditor, animCreator, datEditor,
+                                                        unpacker, packer, options})
+        AddPage(page);
+    GiveRoom(m_pages->currentIndex());
     connect(options, &OptionsPage::OptionsChanged, this, &frmMain::KeepAssociations);
     connect(options, &OptionsPage::BackColoursChanged, this, [this] {
         m_viewer->Redraw(); // its preview is in view whatever page is
@@ -161,8 +162,6 @@ void frmMain::MakePages()
     });
 
     // What the viewer hands to other pages.
-    connect(m_viewer, &ViewerPage::ViewerWanted, this, [this] { ShowPage(ViewerIndex); });
-    connect(m_viewer, &ViewerPage::DatEditorWanted, this, [this] { ShowPage(DatEditorIndex); });
     connect(m_viewer, &ViewerPage::GiCreatorWanted, creator, &GiCreatorPage::TakePicture);
     connect(m_viewer, &ViewerPage::GiCreatorWanted, this, [this] { ShowPage(GiCreatorIndex); });
     connect(m_viewer, &ViewerPage::GaiEditorWanted, this, [this] { ShowPage(GaiEditorIndex); });
@@ -181,6 +180,24 @@ void frmMain::MakePages()
     });
     connect(animCreator, &AnimCreatorPage::GaiEditorWanted, this, [this] { ShowPage(GaiEditorIndex); });
     connect(animCreator, &AnimCreatorPage::GaiEditorWanted, gaiEditor, &GaiEditorPage::TakeAnimation);
+}
+
+void frmMain::AddPage(Page *page)
+{
+    page->setObjectName(QStringLiteral("picPage(%1)").arg(m_pages->count()));
+    m_pages->addWidget(page);
+    page->ApplySettings();
+    connect(page, &Page::Idle, this, &frmMain::CloseWhenIdle);
+}
+
+// What nobody sees of the first frame comes after it.
+void frmMain::FirstFrameShown()
+{
+    if (m_isShutDown || std::exchange(m_isFirstFrameShown, true))
+        return;
+    MakeOtherPages();
+    if (m_commandLine)
+        OpenCommandLine(*m_commandLine);
 }
 
 void frmMain::PlaceLists()
@@ -207,7 +224,7 @@ void frmMain::ShowPage(int page)
 // Pages out of view ask for none, so that the lists have what the page leaves them.
 void frmMain::GiveRoom(int page)
 {
-    for (int i = 0; i < PageCount; ++i) {
+    for (int i = 0; i < m_pages->count(); ++i) {
         const auto policy = i == page ? QSizePolicy::Preferred : QSizePolicy::Ignored;
         PageAt(i)->setSizePolicy(policy, policy);
     }
@@ -216,6 +233,9 @@ void frmMain::GiveRoom(int page)
 
 void frmMain::PageShown(int page)
 {
+    MakeOtherPages();
+    if (page != DatEditorIndex && m_viewer->Lists()->isAncestorOf(focusWidget()))
+        m_pages->currentWidget()->setFocus(); // from where the stack takes the focus along
     GiveRoom(page);
     m_pages->setCurrentIndex(page);
     if (page >= DrawnPages)
@@ -231,9 +251,12 @@ void frmMain::KeepAssociations()
     ApplyAssociations(m_settings, ProgramFolder(), m_registry);
 }
 
-void frmMain::OpenCommandLine(const QString &folder, const QString &name)
+void frmMain::OpenCommandLine(const CommandLine &asked)
 {
-    m_viewer->OpenNamed(folder, name);
+    if (m_isFirstFrameShown)
+        m_viewer->OpenNamed(asked.folder, asked.name);
+    else
+        m_commandLine = asked;
 }
 
 void frmMain::MinimiseToTray()
@@ -277,6 +300,8 @@ bool frmMain::event(QEvent *event)
 {
     const bool isHandled = QWidget::event(event);
     const QEvent::Type type = event->type();
+    if (type == QEvent::Paint && !m_isFirstFrameShown)
+        QTimer::singleShot(0, this, &frmMain::FirstFrameShown);
     if (m_viewer != nullptr && (type == QEvent::Resize || type == QEvent::WindowStateChange ||
                                 type == QEvent::Show || type == QEvent::Hide))
         m_viewer->CheckPreview();
@@ -313,7 +338,7 @@ void frmMain::closeEvent(QCloseEvent *event)
 // Each page is asked once, a busy one when its job has ended.
 bool frmMain::MayClose()
 {
-    for (int i = 0; i < PageCount; ++i) {
+    for (int i = 0; i < m_pages->count(); ++i) {
         if (m_mayClose[std::size_t(i)] || PageAt(i)->IsBusy())
             continue;
         if (!PageAt(i)->MayClose())
@@ -325,7 +350,7 @@ bool frmMain::MayClose()
 
 bool frmMain::IsBusy() const
 {
-    for (int i = 0; i < PageCount; ++i)
+    for (int i = 0; i < m_pages->count(); ++i)
         if (PageAt(i)->IsBusy())
             return true;
     return false;
@@ -340,7 +365,7 @@ void frmMain::AbortJobs()
     m_abort.Set();
     m_pageButtons->setEnabled(false); // nothing new begins
     m_halves->setEnabled(false);
-    for (int i = 0; i < PageCount; ++i)
+    for (int i = 0; i < m_pages->count(); ++i)
         PageAt(i)->Abort();
 }
 

@@ -1,6 +1,7 @@
 // The borderless main window: title bar, page buttons, the pages, and the strip below.
 #pragma once
 
+#include "app/startup.h"
 #include "archive/packjob.h"
 #include "archive/unpackjob.h"
 #include "dat/dateditor.h"
@@ -17,6 +18,7 @@
 #include <QWidget>
 
 #include <array>
+#include <optional>
 
 class QPushButton;
 class QSplitter;
@@ -43,8 +45,12 @@ public:
     frmMain(Dialogs &dialogs, QString settingsPath, clsRegistryObject &registry);
     ~frmMain() override;
 
-    // Opens what the command line names: its folder is shown, its file opened when it is there.
-    void OpenCommandLine(const QString &folder, const QString &name);
+    // Opens what the command line names, when the first frame is on screen: its folder is shown, its file
+    // opened when it is there.
+    void OpenCommandLine(const CommandLine &asked);
+
+    // The viewer is there from the beginning, the other pages and what was opened follow the first frame.
+    bool IsFirstFrameShown() const { return m_isFirstFrameShown; }
 
     // Presses cmdPage(page).
     void ShowPage(int page);
@@ -55,7 +61,10 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void MakePages();
+    void MakeViewer();
+    void MakeOtherPages();
+    void AddPage(Page *page);
+    void FirstFrameShown();
     void PlaceLists();
     QWidget *MakePageButtons();
     void GiveRoom(int page);
@@ -85,7 +94,9 @@ private:
     std::array<bool, PageCount> m_mayClose{}; // pages that were asked
     QPointer<QWidget> m_focused;              // when they were disabled for closing
     bool m_isShutDown = false;
-    int m_currentPage = 0; // the page last shown among those that are drawn anew
+    bool m_isFirstFrameShown = false;
+    std::optional<CommandLine> m_commandLine; // until then
+    int m_currentPage = 0;                    // the page last shown among those that are drawn anew
 
     ViewerPage *m_viewer = nullptr; // before the others, whose making sends events here
     CaptionBar *m_caption;

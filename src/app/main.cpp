@@ -30,10 +30,8 @@ int main(int argc, char **argv)
         dialogs.SetOwner(&window);
         window.show();
         const QStringList arguments = QApplication::arguments();
-        if (arguments.size() > 1) {
-            const wb::CommandLine asked = wb::ReadCommandLine(arguments.at(1));
-            window.OpenCommandLine(asked.folder, asked.name);
-        }
+        if (arguments.size() > 1)
+            window.OpenCommandLine(wb::ReadCommandLine(arguments.at(1)));
         result = QApplication::exec();
     }
     wb::UnloadLibraries();

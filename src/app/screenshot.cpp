@@ -80,9 +80,11 @@ bool TakeScreenshot(const Order &order, PrintedDialogs &dialogs)
     wb::frmMain window(dialogs, wb::FromNativePath(settings.toStdString()), registry);
     window.resize(order.size);
     window.show();
+    while (!window.IsFirstFrameShown())
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     if (!order.file.isEmpty()) {
         const wb::CommandLine asked = wb::ReadCommandLine(order.file);
-        window.OpenCommandLine(asked.folder, asked.name);
+        window.OpenCommandLine(asked);
         dialogs.opened = wb::PathIn(asked.folder, asked.name);
     }
     if (const char *button = TakingButtons[order.page]; button != nullptr && !order.file.isEmpty())

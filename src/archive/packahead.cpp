@@ -21,6 +21,17 @@ std::int64_t CostOf(const PackItem &item)
     return item.Entry.Type == PkgPacked ? item.Size * 2 + item.Size / 50 : item.Size;
 }
 
+// In all about three times the largest file, or a little: the one being written takes twice its size. One
+// that no archive can hold isn't read, and counts for nothing.
+std::int64_t BudgetFor(const std::vector<const PackItem *> &files)
+{
+    std::int64_t largest = 0;
+    for (const PackItem *file : files)
+        if (file->Size <= LargestFile)
+            largest = std::max(largest, file->Size);
+    return std::max(SmallBudget, largest * 3 - SmallBudget);
+}
+
 using State = PackedFile::State;
 
 // Room for the length, then the file's bytes. A file that is cut short meanwhile can't be read.
@@ -49,9 +60,7 @@ struct PackAhead::Waiting {
     bool IsClaimed() const { return claimed == int(done.size()); }
 };
 
-// In all about three times the largest file, or a little: the one being written takes twice its size.
-PackAhead::PackAhead(const PackPlan &plan, int threads)
-    : m_plan(plan), m_budget(std::max(SmallBudget, plan.LargestFile() * 3 - SmallBudget))
+PackAhead::PackAhead(const PackPlan &plan, int threads) : m_plan(plan), m_budget(BudgetFor(plan.Files()))
 {
     m_workers.Start(threads - 1, [this] { Work(); });
 }

@@ -70,10 +70,13 @@ void PackJob::PackArchive(const PackOrder &order)
     if (!OpenArchive(order))
         return;
     StartProgress(QStringLiteral("Поиск файлов"), 0, 0);
-    WriteTree(PackPlan({order.Folder, order.StoreOnly, older}, [this] {
+    const PackPlan plan({order.Folder, order.StoreOnly, older}, [this] {
         Yield();
         return !IsAborted();
-    }));
+    });
+    if (plan.Error() != FileError::None)
+        return FailWith(Error::BadFolder, FileErrorText(plan.Error()));
+    WriteTree(plan);
     if (HasFailed())
         return;
     const bool isAside = IsAborted() && older.Exists;

@@ -16,7 +16,7 @@ namespace
 
 constexpr std::int64_t WorthCompressing = 128;
 
-// What the names of one folder lose in an archive.
+// What the names of one folder lose in an archive, where they are looked up ignoring case.
 void CheckNames(const PackFolder &folder, const QString &prefix, std::vector<QString> &errors)
 {
     QHash<QString, QString> written;
@@ -25,9 +25,10 @@ void CheckNames(const PackFolder &folder, const QString &prefix, std::vector<QSt
         const QString stored = PkgWrittenName(name);
         if (stored != name.left(PkgNameSize) || !IsSafeEntryName(stored))
             errors.push_back(QStringLiteral("ERR: Имя не сохранится в архиве: ") + prefix + name);
-        const auto same = written.constFind(stored);
+        const QString key = stored.toUpper();
+        const auto same = written.constFind(key);
         if (same == written.constEnd())
-            written.insert(stored, name);
+            written.insert(key, name);
         else
             errors.push_back(
                 QStringLiteral("ERR: Имена совпадут в архиве: %1%2, %1%3").arg(prefix, *same, name));
@@ -54,7 +55,10 @@ void PackPlan::ListFolderForPack(PackFolder &folder, const QString &path, const 
                                  const QString &logPrefix)
 {
     std::vector<FolderEntry> found;
-    if (ScanFolder(native, found) != FileError::None)
+    const FileError error = ScanFolder(native, found);
+    if (&folder == &m_root)
+        m_error = error;
+    else if (error != FileError::None)
         folder.Errors.push_back(QStringLiteral("ERR: Нет доступа к папке: ") + logPrefix);
     std::stable_partition(found.begin(), found.end(),
                           [](const FolderEntry &entry) { return entry.Kind == EntryKind::Folder; });
@@ -103,7 +107,6 @@ void PackPlan::AddFile(PackFolder &folder, PackItem item)
     item.Entry.Type = isStored ? PkgStored : PkgPacked;
     ++m_items;
     m_bytes += item.Size;
-    m_largest = std::max(m_largest, item.Size);
     folder.Items.push_back(std::move(item));
     m_files.push_back(&folder.Items.back());
 }

@@ -41,17 +41,18 @@ public:
     };
 
     // Lists the whole tree. `goesOn` is asked after each folder; nothing more is listed once it gives false.
+    // A folder in it that can't be listed is empty, with a line in its Errors.
     PackPlan(Options options, std::function<bool()> goesOn);
     PackPlan(const PackPlan &) = delete;
     PackPlan &operator=(const PackPlan &) = delete;
 
+    FileError Error() const { return m_error; } // of listing the root
     const PackFolder &Root() const { return m_root; }
 
     // The files in the order in which the archive has them.
     const std::vector<const PackItem *> &Files() const { return m_files; }
     std::int32_t ItemCount() const { return m_items; }
     std::int64_t ByteCount() const { return m_bytes; }
-    std::int64_t LargestFile() const { return m_largest; }
 
 private:
     void ListFolderForPack(PackFolder &folder, const QString &path, const std::string &native,
@@ -63,11 +64,11 @@ private:
     std::function<bool()> m_goesOn;
     bool m_isStopped = false;
     std::vector<FileFacts> m_enclosing; // the folders that the one being listed lies in
+    FileError m_error = FileError::None;
     PackFolder m_root;
     std::vector<const PackItem *> m_files;
     std::int32_t m_items = 0;
     std::int64_t m_bytes = 0;
-    std::int64_t m_largest = 0;
 };
 
 } // namespace wb

@@ -3,9 +3,8 @@
 //
 //   file       RootOffset, the offset of the root folder's directory
 //   directory  170, the number of its records, 158, then the records
-//   record     PackedSize, Size, the name in upper case (63 bytes, filled with zeroes), the name (63 bytes),
-//   Type,
-//              Type again, 0, 0, Offset, 0
+//   record     PackedSize, Size, the name in upper case (63 bytes, filled with zeroes), the name (likewise),
+//              Type, Type again, 0, 0, Offset, 0
 //
 // At a file's Offset lie its length and its bytes (PkgStored; nothing when the Size is 0), or the length of
 // its chunk stream and the stream (PkgPacked). A folder's Offset is that of its directory.

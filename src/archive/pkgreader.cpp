@@ -42,18 +42,16 @@ bool IsDirectoryAt(const PkgArchive &archive, std::int32_t position)
     return position >= PkgHeaderSize && position <= archive.File.Size() - PkgDirectoryHeaderSize;
 }
 
-// The number of records of the directory at `position`, as many as the file can hold there.
-std::int32_t RecordCount(const PkgArchive &archive, std::int32_t position)
+// The number of records that the directory at `position` states.
+std::int64_t StatedRecords(const PkgArchive &archive, std::int32_t position)
 {
     std::array<std::uint8_t, PkgDirectoryHeaderSize> header = {};
-    if (!IsDirectoryAt(archive, position) || archive.File.ReadAt(position, header) < header.size())
-        return 0;
-    const std::int64_t fitting = RecordsIn(archive.File.Size() - position - PkgDirectoryHeaderSize);
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(GetLong(header, 4), 0, fitting));
+    return archive.File.ReadAt(position, header) < header.size() ? 0 : std::max(GetLong(header, 4), 0);
 }
 
-PkgEntryList ReadRecords(const PkgArchive &archive, std::int32_t position, std::int64_t count,
-                         const QString &folder)
+// The first `count` records of the directory at `position`.
+PkgEntryList PkgReadDirectory(const PkgArchive &archive, std::int32_t position, std::int64_t count,
+                              const QString &folder)
 {
     ByteArray bytes(std::size_t(count * PkgRecordSize));
     bytes.resize(archive.File.ReadAt(std::int64_t(position) + PkgDirectoryHeaderSize, bytes));
@@ -106,11 +104,6 @@ PkgHandle PkgOpenRead(const QString &path, FileError &error)
     return archive;
 }
 
-PkgEntryList PkgReadDirectory(const PkgArchive &archive, std::int32_t position, const QString &folder)
-{
-    return ReadRecords(archive, position, RecordCount(archive, position), folder);
-}
-
 PkgWalk::PkgWalk(const PkgArchive &archive)
     : m_archive(archive), m_recordsLeft(RecordsIn(archive.File.Size()))
 {
@@ -124,12 +117,16 @@ bool PkgWalk::MayEnter(std::int32_t position, const QString &folder) const
 
 PkgEntryList PkgWalk::Enter(std::int32_t position, const QString &folder)
 {
-    if (!MayEnter(position, folder))
+    m_isWhole = MayEnter(position, folder);
+    if (!m_isWhole)
         return {};
     m_entered.insert(position);
-    const std::int64_t count = std::min<std::int64_t>(RecordCount(m_archive, position), m_recordsLeft);
+    const std::int64_t stated = StatedRecords(m_archive, position);
+    const std::int64_t fitting = RecordsIn(m_archive.File.Size() - position - PkgDirectoryHeaderSize);
+    const std::int64_t count = std::min({stated, fitting, m_recordsLeft});
+    m_isWhole = count == stated;
     m_recordsLeft -= count;
-    return ReadRecords(m_archive, position, count, folder);
+    return PkgReadDirectory(m_archive, position, count, folder);
 }
 
 PkgEntryList PkgReadTree(const PkgArchive &archive, std::int32_t position)

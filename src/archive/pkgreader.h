@@ -22,10 +22,6 @@ using PkgHandle = std::shared_ptr<const PkgArchive>;
 // Opens an archive; gives no handle and the reason in `error` when its file can't be opened.
 PkgHandle PkgOpenRead(const QString &path, FileError &error);
 
-// The directory at `position`, in its own order, each entry with `folder` as its Folder. Records of a type
-// that is none are left out. Empty when no directory header lies there.
-PkgEntryList PkgReadDirectory(const PkgArchive &archive, std::int32_t position, const QString &folder = {});
-
 // One walk through the folders of an archive. It enters no directory twice, none whose path has more than
 // 4,096 characters, and reads no more records than the file can hold.
 class PkgWalk
@@ -37,11 +33,16 @@ public:
     // the first one).
     bool MayEnter(std::int32_t position, const QString &folder) const;
 
-    // The directory; empty when the walk may not enter it.
+    // The directory, in its own order, each entry with `folder` as its Folder. Records of a type that is none
+    // are left out. Empty when the walk may not enter it.
     PkgEntryList Enter(std::int32_t position, const QString &folder);
+
+    // Whether the last call of Enter read every record that its directory states.
+    bool IsWhole() const { return m_isWhole; }
 
 private:
     const PkgArchive &m_archive;
+    bool m_isWhole = true;
     std::int64_t m_recordsLeft;
     std::set<std::int32_t> m_entered;
 };

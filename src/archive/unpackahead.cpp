@@ -54,6 +54,9 @@ UnpackedFile UnpackAhead::Next()
 
 void UnpackAhead::ReadAhead()
 {
+    // Many at a time: workers that wake for each file take longer than a small file does.
+    if (m_waiting.size() > MostWaiting / 2)
+        return;
     const auto fits = [this](const PkgEntry &entry) { return m_held + CostOf(entry) <= Budget; };
     while (m_nextFile < m_files.size() && m_waiting.size() < MostWaiting &&
            (m_waiting.empty() || fits(*m_files[m_nextFile]))) {

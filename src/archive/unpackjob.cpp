@@ -30,7 +30,7 @@ std::int64_t SizeOf(const PkgEntry &entry)
 struct UnpackJob::Step {
     PkgEntry entry;
     std::size_t depth;     // 0: directly in the target folder
-    bool isBroken = false; // a folder without a directory that can be read
+    bool isBroken = false; // a folder whose directory can't be read whole
 };
 
 UnpackJob::UnpackJob(Progress &progress, int threads) : ArchiveJob(progress), m_threads(threads) {}
@@ -69,9 +69,8 @@ void UnpackJob::UnpackArchive(const UnpackOrder &order)
     m_targets.push_back(std::move(*target));
     const std::int32_t start = order.Archive != nullptr ? order.StartOffset : m_archive->RootOffset;
     PkgWalk walk(*m_archive);
-    if (!walk.MayEnter(start, order.LogPrefix))
+    if (!ListSteps(walk, start, order.LogPrefix))
         Log(QStringLiteral("ERR: Каталог архива повреждён"));
-    ListSteps(walk, start, order.LogPrefix);
     UnpackSteps();
 }
 
@@ -84,18 +83,19 @@ bool UnpackJob::OpenArchive(const UnpackOrder &order)
     return m_archive != nullptr;
 }
 
-void UnpackJob::ListSteps(PkgWalk &walk, std::int32_t position, const QString &folder)
+bool UnpackJob::ListSteps(PkgWalk &walk, std::int32_t position, const QString &folder)
 {
     const std::size_t depth = m_steps.empty() ? 0 : m_steps.back().depth + 1;
-    for (PkgEntry &entry : walk.Enter(position, folder)) {
+    PkgEntryList entries = walk.Enter(position, folder);
+    const bool isWhole = walk.IsWhole();
+    for (PkgEntry &entry : entries) {
+        const std::size_t step = m_steps.size();
         m_steps.push_back({std::move(entry), depth});
-        Step &step = m_steps.back();
-        if (step.entry.Type != PkgFolder)
-            continue;
-        const QString path = step.entry.FullPath() + u'\\';
-        step.isBroken = !walk.MayEnter(step.entry.Offset, path);
-        ListSteps(walk, step.entry.Offset, path);
+        const PkgEntry &added = m_steps.back().entry;
+        if (added.Type == PkgFolder)
+            m_steps[step].isBroken = !ListSteps(walk, added.Offset, added.FullPath() + u'\\');
     }
+    return isWhole;
 }
 
 std::vector<const PkgEntry *> UnpackJob::Files() const

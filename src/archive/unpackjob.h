@@ -36,7 +36,8 @@ private:
 
     void UnpackArchive(const UnpackOrder &order);
     bool OpenArchive(const UnpackOrder &order);
-    void ListSteps(PkgWalk &walk, std::int32_t position, const QString &folder);
+    // False when the directory, but for those in it, can't be read whole.
+    bool ListSteps(PkgWalk &walk, std::int32_t position, const QString &folder);
     void UnpackSteps();
     bool UnpackEntry(const Step &step, const UnpackedFile &file);
     void UnpackFolder(const Step &step);

@@ -57,9 +57,7 @@ bool UnpackTarget::WriteFile(const QString &name, ByteView bytes) const
 {
     // What is replaced comes from the archive; waiting for the disk after each file would take far longer
     // than unpacking.
-    OutputFile file;
-    return file.Open(NativeOf(name), {.IsFlushed = false}) == FileError::None &&
-           file.Write(bytes) == FileError::None && file.Commit() == FileError::None;
+    return WriteWholeFile(NativeOf(name), bytes, {.IsFlushed = false}) == FileError::None;
 }
 
 } // namespace wb

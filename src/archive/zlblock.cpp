@@ -25,8 +25,7 @@ constexpr std::int64_t LongestBlock = 16 * ZlChunkSize;
 // deflate's longest match takes two bits (RFC 1951): no stream gives more bytes than these times its own.
 constexpr std::int64_t MaxExpansion = 1032;
 
-// What a stream of so many bytes does not go beyond, but for the one that would not shrink and came from
-// another packer.
+// The chunk stream of so many bytes is not longer, unless another packer made it of what does not shrink.
 std::int64_t StreamBound(std::int64_t unpackedLength)
 {
     return unpackedLength + (unpackedLength / ZlChunkSize + 1) * (SlotSize - ZlChunkSize);

@@ -1,9 +1,9 @@
-#include "archive/zlblock.h"
 #include "cli/command.h"
 #include "cli/terminalprogress.h"
 #include "common/files.h"
 #include "dat/datjson.h"
 #include "dat/datreader.h"
+#include "dat/datwriter.h"
 
 namespace wb::cli
 {
@@ -49,13 +49,14 @@ int Import(const QString &source, const QString &target, const QCommandLineParse
     ByteArray json;
     if (ReadFileBytes(FromArgument(source), json) == 0)
         return Fail(source, QStringLiteral("can't be read or is empty"));
-    const DatFromJsonResult document = DatFromJson(json);
+    DatFromJsonResult document = DatFromJson(json);
     if (!document.Problem.isEmpty())
         return Fail(source, document.Problem);
     if (parser.isSet(PlainOption) || (!document.IsZL && !parser.isSet(CompressedOption)))
         return WriteOut(target, document.Plain);
-    ByteArray packed;
-    ZlBlockPack(packed, document.Plain);
+    DatTree tree = DatParse(std::move(document.Plain));
+    tree.IsZL = true;
+    const ByteArray packed = DatSerialize(tree);
     return packed.empty() ? Fail(source, QStringLiteral("can't be compressed")) : WriteOut(target, packed);
 }
 

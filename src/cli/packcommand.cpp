@@ -2,6 +2,8 @@
 #include "cli/command.h"
 #include "cli/joboutput.h"
 #include "common/files.h"
+#include "platform/folderscan.h"
+#include "platform/nativepath.h"
 
 namespace wb::cli
 {
@@ -29,6 +31,9 @@ int Run(const QCommandLineParser &parser)
     order.StoreOnly = parser.isSet(QStringLiteral("store"));
     if (!FolderExists(order.Folder))
         return Fail(source, QStringLiteral("is no folder"));
+    std::vector<FolderEntry> inside;
+    if (ScanFolder(ToNativePath(order.Folder), inside) != FileError::None)
+        return Fail(source, QStringLiteral("can't be listed"));
     JobOutput output(parser, target);
     return output.Status(PackJob(output.Bar()).Run(order, output.Report()));
 }

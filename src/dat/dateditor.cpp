@@ -72,7 +72,10 @@ void DatEditor::ShowRows(int selected)
 
 void DatEditor::Open()
 {
-    if (!Close())
+    if (m_isBusy)
+        return;
+    m_abort.Clear();
+    if (!Close() || m_abort.IsSet()) // while the older document was saved the window was closed
         return;
     const QString path = m_dialogs.OpenFile(DatFilter(), PathIn(m_settings.OpenDir, {}));
     if (path.isEmpty())

@@ -29,7 +29,7 @@ public:
 
     // Reading and writing let events run. Meanwhile nothing else changes the document.
     bool IsBusy() const { return m_isBusy; }
-    void AbortReading() { m_abort.Set(); }
+    void AbortReading() { m_abort.Set(); } // also before Open has come to it
 
     void Open(); // what the user chooses
     bool Save();

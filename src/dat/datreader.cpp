@@ -3,7 +3,6 @@
 #include "archive/zlblock.h"
 #include "common/bytes.h"
 #include "common/files.h"
-#include "common/memorybudget.h"
 
 #include <QtEndian>
 
@@ -52,8 +51,9 @@ std::int64_t UnitsBeforeZero(const std::uint8_t *text, std::int64_t units)
 class BlockReader
 {
 public:
-    BlockReader(ByteView bytes, std::int64_t position, DatNodes &items, const DatWork &work)
-        : m_bytes(bytes), m_position(position), m_items(items), m_work(work), m_budget(work.MemoryLimit)
+    BlockReader(ByteView bytes, std::int64_t position, DatNodes &items, MemoryBudget budget,
+                const DatWork &work)
+        : m_bytes(bytes), m_position(position), m_items(items), m_budget(budget), m_work(work)
     {
     }
 
@@ -154,8 +154,8 @@ private:
     ByteView m_bytes;
     std::int64_t m_position;
     DatNodes &m_items;
-    const DatWork &m_work;
     MemoryBudget m_budget;
+    const DatWork &m_work;
     std::int32_t m_block = -1; // the innermost that is open
     std::int64_t m_nextStep = StepSize;
 };
@@ -169,13 +169,12 @@ void EndBytes(ByteArray &bytes, std::int64_t position, const DatNode &last)
 }
 
 // The plain form of a compressed file; nothing when it is damaged or takes too much memory.
-ByteArray Expanded(ByteView file, const DatWork &work)
+ByteArray Expanded(ByteView file, MemoryBudget &budget, const DatWork &work)
 {
     ByteArray plain;
     work.Start(std::int64_t(file.size()), QStringLiteral("Распаковка данных ..."));
-    const bool isHeld =
-        MemoryBudget(work.MemoryLimit).Holds(file.size() < ZlHeaderSize ? 0 : GetLong(file, 4));
-    if (!isHeld || !ZlBlockUnpack(plain, file, -1, 0))
+    const std::int32_t length = file.size() < ZlHeaderSize ? 0 : GetLong(file, 4);
+    if (length <= 0 || !budget.Take(length) || !ZlBlockUnpack(plain, file, -1, 0))
         plain.clear();
     work.Clear();
     return plain;
@@ -183,15 +182,17 @@ ByteArray Expanded(ByteView file, const DatWork &work)
 
 DatTree Parse(ByteArray bytes, const DatWork &work)
 {
+    MemoryBudget budget(work.MemoryLimit);
+    budget.LimitTo(DatMemoryFor(std::int64_t(bytes.size())));
     const bool isZL = bytes.size() >= 4 && GetLong(bytes, 0) == ZlTag01;
     if (isZL)
-        bytes = Expanded(bytes, work);
+        bytes = Expanded(bytes, budget, work);
     if (bytes.empty())
         return {};
     work.Start(std::int64_t(bytes.size()), {});
     std::int64_t position = 0;
     DatNodes items;
-    const bool isWhole = DatReadBlock(bytes, position, items, work);
+    const bool isWhole = DatReadBlock(bytes, position, items, budget, work);
     work.Clear();
     if (!isWhole)
         return {};
@@ -210,9 +211,10 @@ DatText DatReadText(ByteView bytes, std::int64_t &position)
     return text;
 }
 
-bool DatReadBlock(ByteView bytes, std::int64_t &position, DatNodes &items, const DatWork &work)
+bool DatReadBlock(ByteView bytes, std::int64_t &position, DatNodes &items, MemoryBudget budget,
+                  const DatWork &work)
 {
-    BlockReader reader(bytes, position, items, work);
+    BlockReader reader(bytes, position, items, budget, work);
     const bool isWhole = reader.Read();
     position = reader.Position();
     return isWhole;

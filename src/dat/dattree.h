@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <vector>
@@ -67,6 +68,14 @@ private:
     std::vector<std::vector<DatNode>> m_chunks;
     std::int32_t m_count = 0;
 };
+
+// The memory that the items and the plain form of a document may take, in bytes, whose file has so many. The
+// most regular files that anybody has reason to write stay far below; those made to fill the memory shrink to
+// nearly nothing.
+constexpr std::int64_t DatMemoryFor(std::int64_t fileSize)
+{
+    return std::max<std::int64_t>(128 << 20, 128 * fileSize);
+}
 
 class DatTree
 {

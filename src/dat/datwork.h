@@ -10,7 +10,7 @@ namespace wb
 struct DatWork {
     Progress *Bar = nullptr;
     const AbortFlag *Abort = nullptr;
-    std::int64_t MemoryLimit = 0; // bytes for the items that are read; 0: half of the machine's free memory
+    std::int64_t MemoryLimit = 0; // bytes for the document that is read; 0: half of the machine's free memory
 
     void Start(std::int64_t maximum, const QString &text) const
     {

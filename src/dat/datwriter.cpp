@@ -50,7 +50,8 @@ ByteArray Serialize(const DatTree &tree, const DatWork &work)
     ByteArray packed;
     ZlBlockPack(packed, plain);
     work.Clear();
-    return packed;
+    const std::int64_t memory = std::int64_t(plain.size()) + tree.Count() * std::int64_t(sizeof(DatNode));
+    return memory <= DatMemoryFor(std::int64_t(packed.size())) ? packed : ByteArray();
 }
 
 } // namespace

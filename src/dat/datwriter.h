@@ -9,8 +9,8 @@
 namespace wb
 {
 
-// The bytes of the file, plain or compressed as the tree says. None for a document that no file can hold, or
-// when memory does not suffice.
+// The bytes of the file, plain or compressed as the tree says. None for a document that no file can hold, one
+// that shrinks so far that it would not be read again (DatMemoryFor), or when memory does not suffice.
 ByteArray DatSerialize(const DatTree &tree, const DatWork &work = {});
 
 // Makes the document the whole file. An older file is replaced only by the complete new one: False on any

@@ -19,8 +19,7 @@ ValueBox::ValueBox(const QString &name, QWidget *parent) : QPlainTextEdit(parent
     setTabChangesFocus(true);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     connect(this, &QPlainTextEdit::textChanged, this, [this] {
-        // The raw text: the other one turns unbreakable blanks into common ones.
-        const QString edited = MeantText(document()->toRawText());
+        const QString edited = BoxedValue();
         if (edited == m_value)
             return;
         m_value = edited;
@@ -36,6 +35,12 @@ void ValueBox::SetValue(const QString &value)
     setPlainText(ShownText(QStringView(value).left(LongestEdited)));
 }
 
+// The raw text: the other one turns unbreakable blanks into common ones.
+QString ValueBox::BoxedValue() const
+{
+    return MeantText(document()->toRawText());
+}
+
 QString ValueBox::SelectedValue() const
 {
     const QTextCursor cursor = textCursor();
@@ -47,7 +52,8 @@ QString ValueBox::SelectedValue() const
 void ValueBox::Insert(QString text)
 {
     text.remove(QChar(u'\0'));
-    const qsizetype room = LongestEdited - m_value.size() + SelectedValue().size();
+    // What is dragged within the box has left its old place already, and Edited has not told that.
+    const qsizetype room = LongestEdited - BoxedValue().size() + SelectedValue().size();
     insertPlainText(ShownText(QStringView(text).left(std::max<qsizetype>(room, 0))));
 }
 

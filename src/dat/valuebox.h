@@ -30,6 +30,7 @@ protected:
     void insertFromMimeData(const QMimeData *source) override;
 
 private:
+    QString BoxedValue() const;
     QString SelectedValue() const;
     void Insert(QString text);
 

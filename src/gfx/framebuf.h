@@ -23,7 +23,7 @@ struct FrameBuf {
     std::int32_t Height = 0;
     ByteArray Pixels;
     std::string Kind;           // "GI" for a decoded GI, else empty
-    std::int32_t GiType = 0;    // 0..6, of a decoded GI
+    std::int32_t GiType = 0;    // of a decoded GI, as its header says: 0..6, or what no type has
     std::int32_t TransType = 0; // 0 opaque, 1 on/off transparency, 2 graded alpha
     std::int32_t Delay = 0;     // display time of an animation frame
     ByteArray Palette;

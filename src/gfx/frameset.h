@@ -18,7 +18,7 @@ struct FrameSet {
     std::string Kind;     // "BMP", "JPG", "PNG", "PSD", "DDS", "GI", ...; empty: nothing was loaded
     std::string InfoText; // the frame type of a GI, or a sound's frequency in Hz, as decimal text; else empty
     std::int32_t Count = 0;               // frames, 1 for a sound; 0 when loading failed
-    std::vector<std::int32_t> Pictures;   // one picture handle a frame; of a sound its stream handle
+    std::vector<std::int32_t> Pictures;   // a picture handle for each frame, 0 if empty; a sound's stream
     std::vector<std::int32_t> FrameTypes; // one GI type a frame, for documents of GI frames
     std::int32_t LeftOut = 0;             // further frames that memory did not suffice for
     ByteArray SoundBytes;                 // what the stream of a sound in memory reads

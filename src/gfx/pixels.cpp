@@ -20,19 +20,6 @@ bool HoldsPicture(const FrameBuf &picture)
     return bytes != 0 && std::int64_t(picture.Pixels.size()) == bytes;
 }
 
-std::int32_t TransTypeOf(const FrameBuf &picture)
-{
-    std::int32_t transType = 0;
-    for (std::size_t alpha = 3; alpha < picture.Pixels.size(); alpha += 4) {
-        if (picture.Pixels[alpha] == 255)
-            continue;
-        if (picture.Pixels[alpha] != 0)
-            return 2;
-        transType = 1;
-    }
-    return transType;
-}
-
 void FlipRows(FrameBuf &picture)
 {
     if (!HoldsPicture(picture))

@@ -1,9 +1,10 @@
 // What the formats and pages share around pictures in memory. Pack565, BlendOver and InvAlpha6, the
-// arithmetic of single pixels, come with it.
+// arithmetic of single pixels, and TransTypeOf come with it.
 #pragma once
 
 #include "gfx/framebuf.h"
 #include "rastgl/colour565.h"
+#include "rastgl/transtype.h"
 
 #include <cstdint>
 
@@ -15,9 +16,6 @@ std::int64_t PictureBytes(std::int64_t width, std::int64_t height);
 
 // True when the picture is not empty and holds as many bytes as its size says.
 bool HoldsPicture(const FrameBuf &picture);
-
-// The transparency class of a 32-bit picture, as in FrameBuf; 0 for an empty one.
-std::int32_t TransTypeOf(const FrameBuf &picture);
 
 // Reverses the order of the rows of a 32-bit picture, in place.
 void FlipRows(FrameBuf &picture);

@@ -180,13 +180,16 @@ void DrawRunCoded(FrameBuf &picture, const GiLayer &layer, int paletteBytes, Dra
 // Types 1 to 3: the partly transparent pixels first, alpha before colour, the opaque ones last.
 void DecodeRunCoded(FrameBuf &picture, const GiHeader &header, std::int64_t inputBytes)
 {
+    const bool wasFresh = IsFresh(picture);
     if (!PrepareInPlace(picture, header.Bounds, inputBytes))
         return;
     const GraphicsLibrary &graphics = Graphics();
     const auto &layers = header.Layers;
     if (header.Type == 3) {
+        // A look at pixels that were cleared a moment ago would take as long as drawing them.
         DrawRunCoded<1>(picture, layers[1], rowrle::AlphaPaletteSize,
-                        graphics.VTGR_AlphaIndexed_AlphaDrawRGBA_16);
+                        wasFresh ? graphics.VTGR_AlphaIndexed_AlphaCopyRGBA_16
+                                 : graphics.VTGR_AlphaIndexed_AlphaDrawRGBA_16);
         DrawRunCoded<1>(picture, layers[0], rowrle::OpaquePaletteSize,
                         graphics.VTGR_AlphaIndexed_DrawRGBA_16);
         return;

@@ -16,9 +16,9 @@
 //   type  layers
 //      0  1: a plane of 5-6-5 or 32-bit pixels, top row first
 //      1  1: run-coded opaque colours
-//      2  3: run-coded opaque colours, premultiplied colours of the partly transparent pixels, their
-//      transparency 3  2: run-coded indexes of the opaque, and of the partly transparent pixels, each with
-//      its palette 4  2: a plane of palette indexes, top row first, and 256 palette entries R, G, B, A
+//      2  3: run-coded opaque colours; of the partly transparent pixels, premultiplied colours; transparency
+//      3  2: run-coded palette indexes of the opaque pixels; of the partly transparent ones
+//      4  2: a plane of palette indexes, top row first; 256 palette entries R, G, B, A
 //   5, 6  1: of unknown layout
 //
 // rastgl/rowrle.h has the layout of run-coded layers.

@@ -59,7 +59,7 @@ bool GiProject::OpenGi(const QString &path)
     }
     std::int32_t offset = 0;
     DecodeGi(*m_picture, m_loadedGi, offset);
-    m_transType = TransTypeOf(*m_picture);
+    m_transType = TransTypeOf(m_picture->Pixels);
     return true;
 }
 

@@ -12,7 +12,7 @@ FrameBuf ReadPng(const QString &path)
 {
     const std::int32_t handle = Graphics().VTGF_Read_PNG_File(ToNativePath(path).c_str());
     FrameBuf picture = DibToFrameBuf(handle);
-    picture.TransType = TransTypeOf(picture);
+    picture.TransType = TransTypeOf(picture.Pixels);
     Graphics().VTGF_DIB_Free(handle);
     return picture;
 }
@@ -23,7 +23,7 @@ FrameBuf ReadPngOrGi(const QString &path)
     if (HoldsPicture(picture))
         return picture;
     picture = LoadGiFile(path);
-    picture.TransType = TransTypeOf(picture);
+    picture.TransType = TransTypeOf(picture.Pixels);
     return picture;
 }
 

@@ -4,6 +4,7 @@
 #include "gfx/framebuf.h"
 #include "gi/giformat.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <vector>

@@ -51,9 +51,6 @@ bool CanWriteFolder(const std::string &path);
 // there to read.
 FileError ReadWholeFile(const std::string &path, ByteArray &bytes, std::int64_t limit);
 
-// Makes `bytes` the file, as OutputFile does.
-FileError WriteWholeFile(const std::string &path, ByteView bytes);
-
 // Removes a file or a link; a folder stays and gives AccessError.
 FileError RemoveFile(const std::string &path);
 
@@ -148,5 +145,8 @@ private:
     bool m_isFlushed = false; // by Commit
     FileError m_error = FileError::None;
 };
+
+// Makes `bytes` the file by an OutputFile.
+FileError WriteWholeFile(const std::string &path, ByteView bytes, const OutputFile::Options &options = {});
 
 } // namespace wb

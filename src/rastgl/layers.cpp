@@ -31,6 +31,41 @@ void DrawRows(std::uint8_t *destination, std::int32_t pitch, const std::uint8_t 
     }
 }
 
+// Draws indexes whose colours replace what is there.
+void DrawIndexes(std::uint8_t *destination, std::int32_t pitch, const std::uint8_t *layer, int paletteBytes,
+                 const rastgl::ColourTable &table)
+{
+    DrawRows<1>(destination, pitch, layer, paletteBytes,
+                [&table](std::uint8_t *target, const std::uint8_t *coded, std::size_t count) {
+                    table.Expand(target, coded, count);
+                });
+}
+
+// 256 entries of 5-6-5, transparency, 0.
+class AlphaPalette
+{
+public:
+    explicit AlphaPalette(const std::uint8_t *entries) : m_entries(entries) {}
+
+    std::uint32_t Lay(std::uint32_t pixel, std::size_t index) const
+    {
+        const std::uint8_t *const entry = m_entries + index * 4;
+        return rastgl::AddColour(rastgl::LayAlpha(pixel, AlphaOfTransparency(entry[2])), Load16(entry));
+    }
+
+    // What each entry makes of a pixel that is zero.
+    std::array<std::uint32_t, 256> OnEmpty() const
+    {
+        std::array<std::uint32_t, 256> colours;
+        for (std::size_t i = 0; i < colours.size(); i++)
+            colours[i] = Lay(0, i);
+        return colours;
+    }
+
+private:
+    const std::uint8_t *m_entries;
+};
+
 } // namespace
 
 void VTGR_TransBuf_DrawRGBA_16(uint8_t *destination, int32_t pitch, const uint8_t *layer)
@@ -55,34 +90,28 @@ void VTGR_AlphaIndexed_DrawRGBA_16(uint8_t *destination, int32_t pitch, const ui
     for (std::size_t i = 0; i < colours.size(); i++)
         colours[i] = Widen565(Load16(palette + i * 2));
 
-    const rastgl::ColourTable table(colours);
-    DrawRows<1>(destination, pitch, layer, rowrle::OpaquePaletteSize,
-                [&table](std::uint8_t *target, const std::uint8_t *coded, std::size_t count) {
-                    table.Expand(target, coded, count);
-                });
+    DrawIndexes(destination, pitch, layer, rowrle::OpaquePaletteSize, rastgl::ColourTable(colours));
 }
 
 void VTGR_AlphaIndexed_AlphaDrawRGBA_16(uint8_t *destination, int32_t pitch, const uint8_t *layer)
 {
-    const std::uint8_t *const palette = layer + rowrle::HeaderSize;
-    const auto lay = [palette](std::uint32_t pixel, std::size_t index) {
-        const std::uint8_t *const entry = palette + index * 4;
-        return rastgl::AddColour(rastgl::LayAlpha(pixel, AlphaOfTransparency(entry[2])), Load16(entry));
-    };
-    std::array<std::uint32_t, 256> onEmpty;
-    for (std::size_t i = 0; i < onEmpty.size(); i++)
-        onEmpty[i] = lay(0, i);
-
-    const rastgl::ColourTable table(onEmpty);
+    const AlphaPalette palette(layer + rowrle::HeaderSize);
+    const rastgl::ColourTable onEmpty(palette.OnEmpty());
     DrawRows<1>(destination, pitch, layer, rowrle::AlphaPaletteSize,
                 [&](std::uint8_t *target, const std::uint8_t *coded, std::size_t count) {
                     if (rastgl::IsEmptyRun(target, count)) {
-                        table.Expand(target, coded, count);
+                        onEmpty.Expand(target, coded, count);
                         return;
                     }
                     for (std::size_t i = 0; i < count; i++)
-                        Store32(target + i * 4, lay(Load32(target + i * 4), coded[i]));
+                        Store32(target + i * 4, palette.Lay(Load32(target + i * 4), coded[i]));
                 });
+}
+
+void VTGR_AlphaIndexed_AlphaCopyRGBA_16(uint8_t *destination, int32_t pitch, const uint8_t *layer)
+{
+    const rastgl::ColourTable onEmpty(AlphaPalette(layer + rowrle::HeaderSize).OnEmpty());
+    DrawIndexes(destination, pitch, layer, rowrle::AlphaPaletteSize, onEmpty);
 }
 
 void VTGR_F5_DrawRGBA(uint8_t *, int32_t, const uint8_t *) {}

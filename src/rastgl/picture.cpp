@@ -1,6 +1,7 @@
 #include "rastgl/picture.h"
 
 #include "rastgl/rastgl.h"
+#include "rastgl/transtype.h"
 
 #include <cstring>
 #include <limits>
@@ -112,17 +113,7 @@ int32_t VTGF_DIB_GetBPP(int32_t handle)
 int32_t VTGF_DIB_GetTransType(int32_t handle)
 {
     const Picture *picture = FindPicture(handle);
-    if (picture == nullptr)
-        return 0;
-    int32_t transType = 0;
-    for (std::size_t alpha = 3; alpha < picture->ByteCount(); alpha += 4) {
-        if (picture->pixels[alpha] == 255)
-            continue;
-        if (picture->pixels[alpha] != 0)
-            return 2;
-        transType = 1;
-    }
-    return transType;
+    return picture ? wb::TransTypeOf({picture->pixels.get(), picture->ByteCount()}) : 0;
 }
 
 void VTGF_DIB_CopyBuf(uint8_t *destination, const int32_t *byteCount, int32_t handle)

@@ -4,12 +4,11 @@
 //  - A picture handle is a positive 32-bit number that names a picture held by the library; 0 is no picture.
 //    Whoever makes a handle frees it with VTGF_DIB_Free. A handle that names nothing gives 0 or does nothing.
 //  - "Pixels" are 32-bit, bytes in the order B, G, R, A, alpha not premultiplied, bottom row first, with a
-//  pitch
-//    of exactly width * 4 bytes. Where rows come top row first, the function says so.
+//    pitch of exactly width * 4 bytes. Where rows come top row first, the function says so.
 //  - Sizes and counts go by reference where the interface has always had them so; they are only read.
 //  - Sizes must describe the buffers truly: the library trusts its caller, but never a file.
 //  - An empty picture (width or height not above 0) is no error: the function does nothing.
-//  - Paths are in the encoding that the machine's own fopen takes.
+//  - Paths are the machine's own, as platform/fileio.h takes them.
 //  - No function throws. The library keeps no state between calls but the pictures behind live handles.
 #pragma once
 
@@ -30,7 +29,6 @@ struct RastGlSurface {
 };
 
 // --- Pictures
-// -------------------------------------------------------------------------------------------------
 
 // Decodes a whole file held in memory; gives a new handle, or 0 when the data can't be read. A file that
 // breaks off is decoded as far as it goes where its format allows. The handle keeps the source's kind of
@@ -39,9 +37,8 @@ struct RastGlSurface {
 //   PNG:  Portable Network Graphics (ISO/IEC 15948): every colour type, depth and interlace, tRNS.
 //   BMP:  Windows and OS/2 bitmaps: 1 to 32 bits, RLE4, RLE8, bit fields, either row order.
 //   JPEG: ITU-T T.81 baseline and progressive: grey, YCC, RGB, CMYK and YCCK.
-//   PSD:  Adobe Photoshop File Formats Specification: the merged picture; bitmap, grey, indexed, RGB, CMYK; 8
-//   and
-//         16 bits a channel; raw and RLE; alpha where the merged picture has it.
+//   PSD:  Adobe Photoshop File Formats Specification: the merged picture; bitmap, grey, indexed, RGB, CMYK;
+//         8 and 16 bits a channel; raw and RLE; alpha where the merged picture has it.
 //   DDS:  DirectDraw Surface: uncompressed 16, 24 and 32 bits by masks, DXT1, DXT3, DXT5; the top mip level.
 RASTGL_API int32_t VTGF_Read_PNG(const uint8_t *data, const int32_t *length);
 RASTGL_API int32_t VTGF_Read_BMP(const uint8_t *data, const int32_t *length);
@@ -70,8 +67,8 @@ RASTGL_API void VTGF_DIB_CopyBuf(uint8_t *destination, const int32_t *byteCount,
 
 RASTGL_API void VTGF_DIB_Free(int32_t handle);
 
-// Writes the picture to `path`, replacing what is there. 1 when the file is complete, else 0 (a file that
-// could not be completed is removed). PNG keeps 24-bit pictures without and 32-bit ones with alpha. JPEG
+// Writes the picture to `path`. 1 when the file is complete; else 0, with an older file as it was and no part
+// of the new one. PNG keeps 24-bit pictures without and 32-bit ones with alpha. JPEG
 // takes a quality of 0 to 100 (larger values count as 100) and composes transparent areas over black.
 RASTGL_API int32_t VTGF_Write_PNG_File(const char *path, int32_t handle);
 RASTGL_API int32_t VTGF_Write_JPEG_File(const char *path, int32_t handle, const int32_t *quality);
@@ -88,7 +85,6 @@ RASTGL_API void VTGF_DrawBufGDI_32(const RastGlSurface *surface, int32_t x, int3
                                    const int32_t *width, const int32_t *height);
 
 // --- Buffers
-// --------------------------------------------------------------------------------------------------
 
 // The three layers that a GI splits a picture into; pixels of other layers become 0. Both counts are the
 // bytes of target and source; the smaller one is what is copied. Opaque: alpha 255. The other two: alpha 1 to
@@ -153,7 +149,6 @@ RASTGL_API int32_t VTGF_AnimFrame_Build_32(uint8_t *target, const uint8_t *previ
                                            const int32_t *width, const int32_t *height);
 
 // --- GI layers
-// ------------------------------------------------------------------------------------------------
 
 // Each draws one run-coded layer (rowrle.h gives its layout) whose first pixel lies at `destination`; `pitch`
 // is the step in bytes from one row of the picture to the next lower one, negative for bottom row first. The
@@ -165,19 +160,19 @@ RASTGL_API int32_t VTGF_AnimFrame_Build_32(uint8_t *target, const uint8_t *previ
 //   AlphaBuf        transparency bytes: lays their alpha, without colour, source-over onto what is there.
 //   TransAlphaBuf   16-bit premultiplied 5-6-5 colours of the pixels that AlphaBuf has laid: adds them.
 //   AlphaIndexed    palette indexes; Draw with a 5-6-5 palette, opaque; AlphaDraw with a palette of 5-6-5
-//   colour
-//                   and transparency byte, source-over.
+//                   colour and transparency byte, source-over; AlphaCopy does what AlphaDraw does to pixels
+//                   that are all zero, without a look at them.
 //   F5, F6          no layout is known; they draw nothing.
 RASTGL_API void VTGR_TransBuf_DrawRGBA_16(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 RASTGL_API void VTGR_TransAlphaBuf_DrawRGBA_16(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 RASTGL_API void VTGR_AlphaBuf_Draw_RGBA(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 RASTGL_API void VTGR_AlphaIndexed_DrawRGBA_16(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 RASTGL_API void VTGR_AlphaIndexed_AlphaDrawRGBA_16(uint8_t *destination, int32_t pitch, const uint8_t *layer);
+RASTGL_API void VTGR_AlphaIndexed_AlphaCopyRGBA_16(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 RASTGL_API void VTGR_F5_DrawRGBA(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 RASTGL_API void VTGR_F6_DrawRGBA(uint8_t *destination, int32_t pitch, const uint8_t *layer);
 
 // --- ZL blocks
-// ------------------------------------------------------------------------------------------------
 //
 // A block is a tag, the unpacked length (signed 32-bit, little-endian) and a zlib stream (RFC 1950).
 
@@ -237,6 +232,7 @@ RASTGL_API int32_t VTGF_ZLib_UnCompress2(uint8_t *target, const int32_t *capacit
     X(VTGR_AlphaBuf_Draw_RGBA)                                                                               \
     X(VTGR_AlphaIndexed_DrawRGBA_16)                                                                         \
     X(VTGR_AlphaIndexed_AlphaDrawRGBA_16)                                                                    \
+    X(VTGR_AlphaIndexed_AlphaCopyRGBA_16)                                                                    \
     X(VTGR_F5_DrawRGBA)                                                                                      \
     X(VTGR_F6_DrawRGBA)                                                                                      \
     X(VTGF_ZLib_Compress)                                                                                    \

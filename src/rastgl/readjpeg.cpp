@@ -18,11 +18,7 @@ struct JpegRead {
     std::size_t wholeBytes = 0;     // what the scans took of the file before an error
     std::vector<std::uint8_t> inks; // one row of C, M, Y, K
 
-    JpegRead()
-    {
-        info.err = &errors;
-        jpeg_create_decompress(&info);
-    }
+    JpegRead() { info.err = &errors; }
     ~JpegRead() { jpeg_destroy_decompress(&info); }
     JpegRead(const JpegRead &) = delete;
     JpegRead &operator=(const JpegRead &) = delete;
@@ -39,6 +35,7 @@ bool Begin(JpegRead &read, Bytes file)
     // A block of 64 pixels takes at least one bit.
     constexpr std::int64_t PixelsPerByte = 64 * 8;
 
+    jpeg_create_decompress(&read.info);
     jpeg_mem_src(&read.info, file.data(), static_cast<unsigned long>(file.size()));
     jpeg_read_header(&read.info, TRUE);
     if (!IsPlausible(read.info.image_width, read.info.image_height, file.size(), PixelsPerByte))
@@ -65,16 +62,21 @@ void InksToColours(const std::uint8_t *inks, std::uint8_t *row, std::int32_t wid
 // Gathers the scans of a picture that comes in several.
 void ReadScans(JpegRead &read, Bytes file)
 {
-    // A scan of a few bytes makes the decoder walk the whole picture; no encoder makes more than a few dozen.
-    constexpr int MaxScans = 200;
+    // A scan of a few bytes makes the decoder walk the whole picture: the larger that is, the fewer scans are
+    // read. No encoder makes more than the least of these.
+    constexpr std::int64_t LeastScans = 40;
+    constexpr std::int64_t MostScans = 200;
+    constexpr std::int64_t WalkedPixels = 1 << 29;
 
     jpeg_decompress_struct &info = read.info;
+    const std::int64_t pixels = std::int64_t(info.image_width) * info.image_height;
+    const std::int64_t scans = std::clamp(WalkedPixels / pixels, LeastScans, MostScans);
     jpeg_start_decompress(&info);
     do {
         // The marker behind a scan is taken with it.
         const std::size_t ahead = info.src->bytes_in_buffer + (info.unread_marker != 0 ? 2 : 0);
         read.wholeBytes = file.size() - std::min(file.size(), ahead);
-    } while (info.input_scan_number <= MaxScans && jpeg_consume_input(&info) != JPEG_REACHED_EOI);
+    } while (info.input_scan_number <= scans && jpeg_consume_input(&info) != JPEG_REACHED_EOI);
 }
 
 void ReadRows(JpegRead &read)

@@ -1,8 +1,10 @@
 // PNG pictures (ISO/IEC 15948), decoded by libpng.
-#include "rastgl/filebytes.h"
+#include "platform/fileio.h"
 #include "rastgl/jump.h"
 #include "rastgl/picture.h"
 #include "rastgl/rastgl.h"
+
+#include <limits>
 
 #include <png.h>
 
@@ -89,7 +91,8 @@ int32_t VTGF_Read_PNG(const uint8_t *data, const int32_t *length)
 int32_t VTGF_Read_PNG_File(const char *path)
 {
     return NoThrow(0, [&] {
-        const auto file = ReadFileBytes(path);
-        return file ? AddPicture(DecodePng(*file)) : 0;
+        wb::ByteArray file;
+        wb::ReadWholeFile(path, file, std::numeric_limits<std::int32_t>::max());
+        return AddPicture(DecodePng(file));
     });
 }

@@ -21,8 +21,8 @@ struct Header {
     std::int64_t height = 0;
     int depth = 0; // bits a channel
     Mode mode = Mode::Bitmap;
-    Bytes palette;              // 256 reds, 256 greens, 256 blues
-    bool isMergedAlpha = false; // the first extra channel is the transparency of the merged picture
+    Bytes palette;               // 256 reds, 256 greens, 256 blues
+    std::int16_t layerCount = 0; // below 0: the first extra channel is the merged picture's transparency
     bool isPacked = false;
 };
 
@@ -59,27 +59,24 @@ bool IsReadable(const Header &header)
     return colours > 0 && header.channels >= colours && isDepthKnown && isPaletteThere;
 }
 
-// A layer count below zero says that the merged picture has transparency. Files of 16 bits keep their layers
-// in a tagged block behind the empty place of the 8-bit ones.
-bool HasMergedAlpha(Bytes layerSection)
+// Files of 16 bits keep their layers in a tagged block behind the empty place of the 8-bit ones.
+std::int16_t ReadLayerCount(Bytes layerSection)
 {
-    const auto isNegative = [](Cursor &layers) { return (layers.Big16() & 0x8000) != 0; };
-
     Cursor cursor(layerSection);
     if (cursor.Big32() > 0)
-        return isNegative(cursor);
+        return std::int16_t(cursor.Big16());
     cursor.Skip(cursor.Big32()); // global layer mask
     while (cursor.Remaining() > 0) {
         const std::uint32_t signature = cursor.Big32();
         const std::uint32_t key = cursor.Big32();
         const std::uint32_t length = cursor.Big32();
         if (signature != Tag("8BIM") && signature != Tag("8B64"))
-            return false;
+            break;
         if (key == Tag("Lr16"))
-            return isNegative(cursor);
+            return std::int16_t(cursor.Big16());
         cursor.Skip((std::size_t(length) + 3) & ~std::size_t(3));
     }
-    return false;
+    return 0;
 }
 
 // Leaves the cursor at the merged picture's data; a header without channels when there is none to read.
@@ -98,7 +95,7 @@ Header ReadHeader(Cursor &cursor)
     header.mode = Mode(cursor.Big16());
     header.palette = cursor.Take(cursor.Big32());
     cursor.Skip(cursor.Big32()); // resources: resolution, thumbnails, print settings
-    header.isMergedAlpha = HasMergedAlpha(cursor.Take(cursor.Big32()));
+    header.layerCount = ReadLayerCount(cursor.Take(cursor.Big32()));
     const std::uint16_t compression = cursor.Big16();
     header.isPacked = compression == PackBits;
     if (!isPsd || cursor.Remaining() == 0 || (compression != Raw && compression != PackBits))
@@ -128,6 +125,14 @@ std::size_t UnpackRow(Bytes packed, std::vector<std::uint8_t> &row)
         }
     }
     return done;
+}
+
+// A single extra channel of a picture without layers is its alpha in the eyes of common viewers; among
+// several none is told apart from saved selections.
+bool HasAlpha(const Header &header)
+{
+    const int extra = header.channels - ColourChannels(header.mode);
+    return header.layerCount < 0 ? extra > 0 : header.layerCount == 0 && extra == 1;
 }
 
 // Hands out the rows of the picture, channel after channel.
@@ -207,7 +212,7 @@ void RemoveWhite(Picture &picture)
         const int alpha = pixel[3];
         for (int channel = 0; channel < 3; ++channel) {
             const int colour = std::max(pixel[channel] - (255 - alpha), 0);
-            pixel[channel] = alpha == 0 ? 0 : std::uint8_t(std::min((colour * 255 + alpha / 2) / alpha, 255));
+            pixel[channel] = alpha == 0 ? 0 : std::uint8_t((colour * 255 + alpha / 2) / alpha);
         }
     }
 }
@@ -224,23 +229,19 @@ PicturePtr DecodePsd(Bytes file)
     if (!picture)
         return nullptr;
 
-    // A single extra channel of a picture without layers is its alpha in the eyes of common viewers; among
-    // several none is told apart from saved selections.
-    const int colours = ColourChannels(header.mode);
-    const bool hasAlpha =
-        header.channels > colours && (header.isMergedAlpha || header.channels == colours + 1);
+    const bool hasAlpha = HasAlpha(header);
     if (hasAlpha)
         picture->bitsPerPixel = 32;
 
     RowSource rows(header, cursor);
     std::vector<std::uint8_t> samples;
-    for (int channel = 0; channel < colours + (hasAlpha ? 1 : 0); ++channel) {
+    for (int channel = 0; channel < ColourChannels(header.mode) + (hasAlpha ? 1 : 0); ++channel) {
         for (std::int32_t y = 0; y < picture->height && !rows.AtEnd(); ++y) {
             ToByteSamples(rows.Next(), header.depth, std::size_t(header.width), samples);
             LayChannel(header, channel, samples, picture->Row(y));
         }
     }
-    if (hasAlpha && header.isMergedAlpha)
+    if (hasAlpha && header.layerCount < 0)
         RemoveWhite(*picture);
     return picture;
 }

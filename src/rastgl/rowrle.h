@@ -7,8 +7,8 @@
 //        4      4  width
 //        8      4  height
 //       12      4  0
-//       16      -  indexed layers only: the palette, 256 entries of 2 bytes (5-6-5) or 4 bytes (5-6-5,
-//       transparency, 0)
+//       16      -  indexed layers only: the palette, 256 entries of 2 bytes (5-6-5) or of 4 (5-6-5,
+//                  transparency, 0)
 //        -      -  the coded rows, top row first
 //
 // A row is the single byte 0x80 (nothing visible), or control bytes ended by 0x00:

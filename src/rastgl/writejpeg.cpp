@@ -1,5 +1,5 @@
 // Writing of JPEG files through libjpeg.
-#include "rastgl/filebytes.h"
+#include "platform/fileio.h"
 #include "rastgl/jpegerrors.h"
 #include "rastgl/picture.h"
 #include "rastgl/rastgl.h"
@@ -12,24 +12,49 @@ namespace
 
 using namespace rastgl;
 
+// The file grows in a vector: where memory ends, libjpeg's own destination in memory leaves a pointer to what
+// it has freed.
 struct JpegWrite {
     jpeg_compress_struct info{};
     JpegErrors errors;
-    unsigned char *file = nullptr;
-    unsigned long fileBytes = 0;
+    jpeg_destination_mgr destination{};
+    std::vector<std::uint8_t> file;
 
     JpegWrite()
     {
         info.err = &errors;
-        jpeg_create_compress(&info);
+        info.client_data = this;
+        destination.init_destination = [](j_compress_ptr jpeg) { Of(jpeg).Grow(); };
+        destination.empty_output_buffer = [](j_compress_ptr jpeg) -> boolean {
+            Of(jpeg).Grow();
+            return TRUE;
+        };
+        destination.term_destination = [](j_compress_ptr jpeg) { Of(jpeg).CutOff(); };
     }
-    ~JpegWrite()
-    {
-        jpeg_destroy_compress(&info);
-        std::free(file);
-    }
+    ~JpegWrite() { jpeg_destroy_compress(&info); }
     JpegWrite(const JpegWrite &) = delete;
     JpegWrite &operator=(const JpegWrite &) = delete;
+
+private:
+    static JpegWrite &Of(j_compress_ptr jpeg) { return *static_cast<JpegWrite *>(jpeg->client_data); }
+
+    // Called when the file is full, as it is while it has no bytes.
+    void Grow()
+    {
+        constexpr std::size_t LeastBytes = 1 << 16;
+
+        const std::size_t used = file.size();
+        const bool hasRoom = NoThrow(false, [&] {
+            file.resize(std::max(used * 2, LeastBytes));
+            return true;
+        });
+        if (!hasRoom)
+            JpegErrors::Exit(reinterpret_cast<j_common_ptr>(&info));
+        destination.next_output_byte = file.data() + used;
+        destination.free_in_buffer = file.size() - used;
+    }
+
+    void CutOff() { file.resize(file.size() - destination.free_in_buffer); }
 };
 
 void OverBlack(const std::uint8_t *pixels, std::vector<std::uint8_t> &row)
@@ -46,7 +71,8 @@ void Encode(JpegWrite &write, const Picture &picture, int quality, std::vector<s
     constexpr int FullChromaQuality = 90;
 
     jpeg_compress_struct &info = write.info;
-    jpeg_mem_dest(&info, &write.file, &write.fileBytes);
+    jpeg_create_compress(&info);
+    info.dest = &write.destination;
     info.image_width = JDIMENSION(picture.width);
     info.image_height = JDIMENSION(picture.height);
     info.input_components = 4;
@@ -77,6 +103,8 @@ int32_t VTGF_Write_JPEG_File(const char *path, int32_t handle, const int32_t *qu
         std::vector<std::uint8_t> row(std::size_t(picture->width) * 4);
         const bool encoded = RunUntilJump(
             write.errors.jump, [&] { Encode(write, *picture, std::clamp(*quality, 0, 100), row); });
-        return encoded && ReplaceFile(path, Bytes(write.file, write.fileBytes)) ? 1 : 0;
+        const bool isWritten =
+            encoded && wb::WriteWholeFile(path, write.file, {.IsFlushed = false}) == wb::FileError::None;
+        return isWritten ? 1 : 0;
     });
 }

@@ -1,5 +1,5 @@
 // Writing of PNG files (ISO/IEC 15948) through libpng.
-#include "rastgl/filebytes.h"
+#include "platform/fileio.h"
 #include "rastgl/jump.h"
 #include "rastgl/picture.h"
 #include "rastgl/rastgl.h"
@@ -122,6 +122,9 @@ int32_t VTGF_Write_PNG_File(const char *path, int32_t handle)
         if (picture == nullptr)
             return 0;
         const std::vector<std::uint8_t> file = Encode(*picture, WholePicture, BestCompression(*picture));
-        return !file.empty() && ReplaceFile(path, file) ? 1 : 0;
+        // A picture that was exported can be exported again: there is no waiting for the disk.
+        const bool isWritten =
+            !file.empty() && wb::WriteWholeFile(path, file, {.IsFlushed = false}) == wb::FileError::None;
+        return isWritten ? 1 : 0;
     });
 }

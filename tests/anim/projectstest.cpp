@@ -134,7 +134,7 @@ TEST_F(ProjectsTest, FramesAreWhatChanges)
         EXPECT_TRUE(anim.NotShown().Pixels == row.Int(2) && anim.NotShown().Frames == row.Int(3)) << row.line;
         std::vector<FrameBuf> frames(anim.Frames().begin(), anim.Frames().end());
         for (FrameBuf &frame : frames)
-            frame.GiType = frame.TransType = TransTypeOf(frame);
+            frame.GiType = frame.TransType = TransTypeOf(frame.Pixels);
         const GaiBox box = {0, 0, anim.MainWidth(), anim.MainHeight()};
         FrameBuf canvas = pictures[0];
         const FrameSet shown = OpenGaiDocument(WriteGai(box, frames, {.Background = true}), canvas, {});

@@ -104,6 +104,15 @@ TEST(ValueBox, KeysAndPastesChangeWhatTheySayAndNothingElse)
     box.SetValue(u"\n"_s);
     press(u"V");
     EXPECT_EQ(QString(ValueBox::LongestEdited - 1, u'b') + u'\n', value);
+    // What is dragged to another place in the box: one step, in which it is cut and pasted.
+    press(u"A");
+    press(u"C");
+    QTextCursor cursor = box.textCursor();
+    cursor.beginEditBlock();
+    cursor.removeSelectedText();
+    box.paste();
+    cursor.endEditBlock();
+    EXPECT_EQ(QString(ValueBox::LongestEdited - 1, u'b') + u'\n', value);
 }
 
 TEST_F(DatPage, OfAValueThatIsTooLongAPartIsShownAndClosingLeavesTheFocusHere)

@@ -32,15 +32,18 @@ protected:
 TEST_F(MainWindow, EachButtonShowsItsPage)
 {
     OpenWindow();
+    const auto find = [this](const char *name, int page) {
+        return Find(qPrintable(QString::fromLatin1(name).arg(page)));
+    };
     for (int shown = frmMain::PageCount - 1; shown >= 0; --shown) {
-        Click(qPrintable(QStringLiteral("cmdPage(%1)").arg(shown)));
+        const bool hasLists = shown == 0 || shown == 5;
+        Click("cmdPage(0)");
+        QTest::mouseClick(find("cmdPage(%1)", shown), Qt::LeftButton);
         for (int page = 0; page < frmMain::PageCount; ++page)
-            EXPECT_EQ(page == shown, Find(qPrintable(QStringLiteral("picPage(%1)").arg(page)))->isVisible())
-                << page;
+            EXPECT_EQ(page == shown, find("picPage(%1)", page)->isVisible()) << page;
+        EXPECT_EQ(hasLists, List()->hasFocus()) << shown;
+        EXPECT_EQ(!hasLists, find("picPage(%1)", shown)->isAncestorOf(window->focusWidget())) << shown;
     }
-    for (const char *page : {"cmdPage(2)", "txtGAICR_StartX", "cmdPage(0)"})
-        Click(page);
-    EXPECT_EQ(List(), window->focusWidget());
 }
 
 TEST_F(MainWindow, KeepsItsSmallestSize)

@@ -127,7 +127,7 @@ protected:
         window =
             std::make_unique<frmMain>(*dialogs, settingsFolder.Path(QStringLiteral("Options.ini")), registry);
         window->show();
-        window->OpenCommandLine(folder.Path(), chance.OneIn(2) ? QStringLiteral("2.gi") : QString());
+        window->OpenCommandLine({folder.Path(), chance.OneIn(2) ? QStringLiteral("2.gi") : QString()});
         window->ShowPage(chance.Below(frmMain::PageCount));
     }
 

@@ -1,3 +1,4 @@
+#include "archive/zlblock.h"
 #include "dat/dateditor.h"
 #include "dat/datreader.h"
 #include "support/fulldisk.h"
@@ -70,6 +71,18 @@ TEST(DatReading, EndsWithinABlockWhenItIsAbortedOrTakesTooMuch)
         }
 }
 
+TEST(DatReading, TakesMemoryInProportionToTheFile)
+{
+    ByteArray bytes = MadeDat(u"P4000000"_s), packed;
+    bytes.resize(bytes.size() + 20'000'000, 0);
+    ZlBlockPack(packed, bytes);
+    EXPECT_EQ(0, DatParse(packed).Count()) << packed.size();
+    DatTree tree = DatParse(std::move(bytes));
+    EXPECT_EQ(4'000'001, tree.Count());
+    tree.IsZL = true;
+    EXPECT_TRUE(DatSerialize(tree).empty()) << "it would not be read again";
+}
+
 class Editor : public testing::Test
 {
 protected:
@@ -136,6 +149,18 @@ TEST_F(Editor, NothingChangesTheDocumentWhileItIsReadOrWritten)
     progress.action = [this] { editor.AbortReading(); };
     Open(u"a.dat"_s); // and no box
     EXPECT_FALSE(editor.State().DocOpen() || editor.IsBusy());
+}
+
+// The window closes behind such a save; no picker may come up over it.
+TEST_F(Editor, OpeningEndsWithTheSaveThatIsAborted)
+{
+    progress.action = [this] { editor.AbortReading(); };
+    dialogs.answers = {{u"Файл a.dat был изменен. Сохранить изменения?"_s, u"Вопрос"_s, u"yes"_s}};
+    editor.Open();
+    EXPECT_EQ(newer, folder.Get("a.dat"));
+    progress.action = [] {};
+    Open(u"a.dat"_s);
+    EXPECT_TRUE(editor.State().DocOpen());
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "gi/aftreader.h"
 #include "support/table.h"
 
+#include <algorithm>
 #include <random>
 
 namespace wb::test
@@ -78,6 +79,15 @@ TEST(Aft, DrawsGlyphsAsWorkedOutAndSideBySide)
         EXPECT_EQ(frame, frames.size());
         EXPECT_EQ(strip, Written(frames[0], std::uint32_t(pixel)));
     }
+}
+
+TEST(Aft, CountsTheBytesOfAlphaAgainstThoseCoded)
+{
+    ByteArray font = TableFont();
+    const std::uint8_t edges[] = {0x81, 'a'}; // of the first glyph; their number of bytes stands before
+    const auto found = std::search(font.begin(), font.end(), std::begin(edges), std::end(edges));
+    PutLong(font, std::int32_t(found - font.begin()) - 16, 4);
+    EXPECT_EQ("b.......", Written(ReadAftFrames(font, 0).at(1), 0).at(1));
 }
 
 TEST(Aft, ABlackPixelWithoutAlphaLeavesWhatIsThere)

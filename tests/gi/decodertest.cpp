@@ -61,6 +61,7 @@ TEST(GiDecoder, SizesAndSkips)
         {"unknown masks", MakeGi(0, {1, 2, 3, 4}, box, {{box, MakePlane(12)}}), box},
         {"plane without a whole row", MakeGi(0, Masks8888, box, {{box, MakePlane(2)}}), box},
         {"plane left of the canvas", MakeGi(0, Masks8888, box, {{{0, 2, 4, 6}, MakePlane(16)}}), box},
+        {"plane above the canvas", MakeGi(0, Masks8888, box, {{{1, 1, 4, 5}, MakePlane(12)}}), box},
         {"layer too short for its palette", MakeGi(3, Masks565, box, {{box, run}, {box, run}}), box},
         {"type 5 has its layer's size", MakeGi(5, Masks565, box, {{layer, run}}), layer},
         {"type 6 has the header's", MakeGi(6, Masks565, box, {{layer, run}}), box},
@@ -70,8 +71,10 @@ TEST(GiDecoder, SizesAndSkips)
         {"huge", MakeGi(1, Masks565, {0, 0, 1 << 20, 1 << 20}, {{box, run}}), none},
         {"out of proportion", MakeGi(1, Masks565, {0, 0, 8192, 8192}, {{box, run}}), none},
     };
+    FrameBuf used; // an empty picture whose memory held another one
+    used.Pixels.assign(4096, 7);
     for (const auto &[name, gi, place] : blank) {
-        const FrameBuf picture = Decode(gi);
+        const FrameBuf picture = Decode(gi, used);
         EXPECT_EQ(PlaceOf(picture), place) << name;
         EXPECT_EQ(picture.Pixels, MakeCanvas(place).Pixels) << name;
         EXPECT_EQ(picture.Kind, "GI") << name;
@@ -154,6 +157,21 @@ TEST(GiDecoder, RoundTrips)
                 ASSERT_NO_FATAL_FAILURE(ExpectRoundTrip(picture, type, transClass, round % 2 == 0))
                     << type << ' ' << transClass << ' ' << round;
         }
+}
+
+// Types 2 and 3 code the same pixels, whatever they are drawn over.
+TEST(GiDecoder, LaysIndexedPixelsOverWhatIsThere)
+{
+    std::mt19937 random(37);
+    for (int round = 0; round < 20; round++) {
+        FrameBuf canvas = RandomPicture(random, 60, 5, round % 3);
+        canvas.X = canvas.Y = 0;
+        FrameBuf picture = RandomPicture(random, 60, 5, 2);
+        picture.X = picture.Y = 0;
+        ASSERT_EQ(Decode(Encode(picture, 3, 2, true), canvas).Pixels,
+                  Decode(Encode(picture, 2, 2, true), canvas).Pixels)
+            << round;
+    }
 }
 
 // Drawing onto a canvas that cuts the GI off shows the part that a canvas around both shows there.

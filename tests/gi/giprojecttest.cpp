@@ -59,13 +59,15 @@ TEST_F(GiProjectTest, OffersSavesAndMovesEveryTypeOfEveryClass)
                 EXPECT_EQ(MakePicture(37, 23, part).Pixels, project.Layer(view).Pixels) << row.line << view;
             }
             project.SetStart(GiProject::X, 12);
+            project.SetStart(GiProject::Y, 34);
             const ByteArray saved = project.MakeFile(crop);
             ByteArray expected = saved;
             for (int i = 0; i <= GetLong(saved, 44); i++)
                 for (const int edge : {PlaceIn(i), PlaceIn(i) + 8})
                     PutLong(expected, edge, GetLong(saved, edge) + 10);
             EXPECT_EQ(expected, OpenAndMove(saved, 10)) << row.line;
-            EXPECT_EQ(std::pair(22, row.Int(1)), std::pair(project.Start(GiProject::X), project.GiType()));
+            EXPECT_EQ(std::tuple(22, 34, row.Int(1)),
+                      std::tuple(project.Start(GiProject::X), project.Start(GiProject::Y), project.GiType()));
             EXPECT_EQ(sprite.Pixels, project.Picture().Pixels) << row.line;
             EXPECT_EQ(row.Bytes(3), Offered()) << row.line;
             EXPECT_TRUE(project.CanSave() && project.CanPlace() && !project.CanCrop());

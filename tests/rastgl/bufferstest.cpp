@@ -129,7 +129,9 @@ TEST(Buffers, TellsFramesApart)
     const Canvas before{5, 1, {0x80112233, 0x80112233, 0x00111111, 0x00000000, 0x55443322}};
     const Canvas now{5, 1, {0x80112233, 0x80112234, 0x00222222, 0x01020304, 0x00443322}};
     Canvas target = Flat(5, 1, 9);
-    VTGF_AnimFrame_Build_32(target.Bytes(), before.Bytes(), now.Bytes(), &now.width, &now.height);
+    // The second and the last would go on showing what was there.
+    EXPECT_EQ(VTGF_AnimFrame_Build_32(target.Bytes(), before.Bytes(), now.Bytes(), &now.width, &now.height),
+              2);
     EXPECT_EQ(target, (Canvas{5, 1, {0, 0x80112234, 0, 0x01020304, 0x00443322}}));
 }
 

@@ -107,6 +107,10 @@ TEST(Layers, ComposeSourceOver)
         coded.DrawOnto(canvas);
         VTGR_AlphaIndexed_AlphaDrawRGBA_16(indexed.Bytes(), 0, MakeRow(palette, indexes).data());
         ASSERT_EQ(indexed, canvas) << round;
+        Canvas empty = Flat(int(count), 1), copied = empty;
+        VTGR_AlphaIndexed_AlphaDrawRGBA_16(empty.Bytes(), 0, MakeRow(palette, indexes).data());
+        VTGR_AlphaIndexed_AlphaCopyRGBA_16(copied.Bytes(), 0, MakeRow(palette, indexes).data());
+        ASSERT_EQ(copied, empty) << round;
         for (std::size_t i = 0; i < count; i++)
             ASSERT_NO_FATAL_FAILURE(ExpectSourceOver(before.colours[i], coded.transparencies[i],
                                                      coded.colours[i], canvas.colours[i]))
@@ -146,7 +150,8 @@ TEST(Layers, BearAnyRows)
         {VTGR_AlphaBuf_Draw_RGBA, 0},
         {VTGR_TransAlphaBuf_DrawRGBA_16, 0},
         {VTGR_AlphaIndexed_DrawRGBA_16, 512},
-        {VTGR_AlphaIndexed_AlphaDrawRGBA_16, 1024}};
+        {VTGR_AlphaIndexed_AlphaDrawRGBA_16, 1024},
+        {VTGR_AlphaIndexed_AlphaCopyRGBA_16, 1024}};
     std::mt19937 random(13);
     for (unsigned round = 0; round < 4000; round++) {
         Bytes rows(random() % 400);
@@ -155,7 +160,7 @@ TEST(Layers, BearAnyRows)
         const std::uint32_t width = 1 + random() % 140, height = 1 + random() % 9;
         const auto &[draw, paletteBytes] = draws[round % std::size(draws)];
         const Bytes layer = MakeLayer(width, height, Bytes(paletteBytes, std::uint8_t(round)), rows);
-        const Canvas before = Flat(int(width), int(height), round / 7 % 256 * 0x01010101);
+        const Canvas before = Flat(int(width), int(height), round / 8 % 256 * 0x01010101);
         Canvas canvas = before;
         draw(canvas.Bytes(), std::int32_t(width * 4), layer.data());
         const bool drawsNothing = round % std::size(draws) < 2; // the unknown types

@@ -42,7 +42,8 @@ TEST(Readers, ReadEveryKindAlsoBrokenOffAndDamaged)
             EXPECT_EQ(Read(reader, each.file), each.seen);
             if (each.seen.height > 1)
                 ExpectReadsAsFarAsItGoes(reader, each.file);
-            ExpectSurvivesDamage(reader, each.file, repair);
+            if (each.seen.height > 0)
+                ExpectSurvivesDamage(reader, each.file, repair);
         }
 }
 

@@ -43,7 +43,8 @@ TEST_F(Writing, PngKeepsEveryPixelAndTheDepth)
     std::vector<std::int32_t> handles = {grainy, Hold(Side, Side, Paint(Side, Side, slope).colours)};
     for (const Case &sample : LoadCases("bmp.txt")) {
         const auto length = std::int32_t(sample.file.size());
-        handles.push_back(VTGF_Read_BMP(sample.file.data(), &length));
+        if (sample.seen.width > 0)
+            handles.push_back(VTGF_Read_BMP(sample.file.data(), &length));
     }
     for (const std::int32_t handle : handles) {
         ASSERT_TRUE(WritePng("picture.png", handle));
@@ -72,13 +73,14 @@ TEST_F(Writing, JpegComposesOverBlackInTheQualityAsked)
 TEST_F(Writing, ReplacesFilesInPlace)
 {
     constexpr auto Permissions = fs::perms::owner_read | fs::perms::owner_write;
-    folder.Put("real.png", "old");
-    fs::permissions(folder.Native("real.png"), Permissions);
-    fs::create_symlink("real.png", folder.Native("link.png"));
+    const std::string real = std::string(251, 'r') + ".png"; // as long as a name can be
+    folder.Put(real, "old");
+    fs::permissions(folder.Native(real), Permissions);
+    fs::create_symlink(real, folder.Native("link.png"));
     EXPECT_TRUE(WritePng("link.png", grainy));
     EXPECT_TRUE(fs::is_symlink(folder.Native("link.png")));
-    EXPECT_EQ(fs::status(folder.Native("real.png")).permissions(), Permissions);
-    EXPECT_EQ(Take(ReadPng("real.png")).pixels, noise);
+    EXPECT_EQ(fs::status(folder.Native(real)).permissions(), Permissions);
+    EXPECT_EQ(Take(ReadPng(real)).pixels, noise);
     EXPECT_EQ(folder.EntryCount(), 2U);
 }
 

@@ -1,4 +1,4 @@
-// A folder of a test's own, removed with all it holds.
+// A folder of a test's own, in TMPDIR or /tmp; removed with all it holds.
 #pragma once
 
 #include "common/bytearray.h"
@@ -58,7 +58,7 @@ public:
     }
 
 private:
-    std::string m_path = "/tmp/workbench-test-XXXXXX";
+    std::string m_path = std::filesystem::temp_directory_path() / "workbench-test-XXXXXX";
 };
 
 // Text as a failed test shows it.

@@ -20,8 +20,8 @@ void WindowTest::OpenWindow(const QString &name)
 {
     window = std::make_unique<frmMain>(dialogs, settingsFolder.Path(SettingsFile), registry);
     window->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
-    window->OpenCommandLine(folder.Path(), name);
+    window->OpenCommandLine({folder.Path(), name});
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->IsFirstFrameShown(); }));
 }
 
 void WindowTest::CloseWindow()

@@ -126,10 +126,10 @@ FileError ReadWholeFile(const std::string &path, ByteArray &bytes, std::int64_t 
     return FileErrorOf(errorNumber);
 }
 
-FileError WriteWholeFile(const std::string &path, ByteView bytes)
+FileError WriteWholeFile(const std::string &path, ByteView bytes, const OutputFile::Options &options)
 {
     OutputFile file;
-    FileError error = file.Open(path);
+    FileError error = file.Open(path, options);
     if (error == FileError::None)
         error = file.Write(bytes);
     return error == FileError::None ? file.Commit() : error;
