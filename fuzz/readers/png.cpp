@@ -36,18 +36,24 @@ std::size_t NumberAt(ByteView bytes, std::size_t place)
     return number;
 }
 
+// The data of the header chunk, which other chunks may precede; empty without a whole one.
+ByteView HeaderOf(ByteView file)
+{
+    constexpr std::string_view Name = "IHDR";
+    constexpr std::size_t Size = 13;
+    const auto place =
+        std::size_t(std::search(file.begin(), file.end(), Name.begin(), Name.end()) - file.begin()) +
+        Name.size();
+    return place + Size <= file.size() ? file.subspan(place, Size) : ByteView();
+}
+
 // Between sizes that are quick to fill and those that are refused lie some that take the time of a thousand
 // files.
-bool IsSlow(ByteView file)
+bool IsSlow(ByteView header)
 {
-    constexpr std::size_t WidthPlace = 16; // the height follows
     constexpr std::uint64_t Quick = 1 << 12;
-    constexpr std::uint64_t Refused = 1 << 24;
-
-    if (file.size() < WidthPlace + 2 * NumberSize)
-        return false;
-    const std::uint64_t pixels =
-        std::uint64_t(NumberAt(file, WidthPlace)) * NumberAt(file, WidthPlace + NumberSize);
+    constexpr std::uint64_t Refused = 1 << 26;
+    const std::uint64_t pixels = std::uint64_t(NumberAt(header, 0)) * NumberAt(header, NumberSize);
     return pixels > Quick && pixels < Refused;
 }
 
@@ -119,12 +125,14 @@ ByteArray PutTogether(const std::vector<FilePart> &parts)
 
 void FuzzOne(ByteView bytes)
 {
-    constexpr std::size_t KindPlace = 24; // bits a sample and colour type; interlacing behind two more bytes
-
-    if (IsSlow(bytes) || !FuzzPicture(bytes, &GraphicsLibrary::VTGF_Read_PNG))
+    const ByteView header = HeaderOf(bytes);
+    if (!header.empty() && IsSlow(header))
         return;
-    const std::size_t kind = bytes[KindPlace] * 16U + bytes[KindPlace + 1] * 2U + bytes[KindPlace + 4];
-    if (kind < kindsSeen.size()) // else something stands before the header
+    if (!FuzzPicture(bytes, &GraphicsLibrary::VTGF_Read_PNG) || header.empty())
+        return;
+    // Bits a sample, colour type, interlacing.
+    const std::size_t kind = header[8] * 16U + header[9] * 2U + header[12];
+    if (kind < kindsSeen.size())
         ++kindsSeen[kind];
 }
 

@@ -27,7 +27,7 @@ std::vector<FilePart>::iterator ChosenPart(std::vector<FilePart> &parts, std::si
     for (const FilePart &part : parts)
         all += 1 + part.bytes.size();
     auto chosen = parts.begin();
-    for (std::size_t left = choice % all; left > chosen->bytes.size(); ++chosen)
+    for (std::size_t left = choice % std::max<std::size_t>(all, 1); left > chosen->bytes.size(); ++chosen)
         left -= 1 + chosen->bytes.size();
     return chosen;
 }

@@ -12,6 +12,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -84,14 +85,17 @@ bool Run(const QStringList &arguments)
     wb::clsRegistryObject registry(page == OptionsPage ? wb::RegistryFile() : std::string());
     wb::frmMain window(dialogs, page == OptionsPage ? dialogs.saved : QString(), registry);
     window.show();
-    window.OpenCommandLine(PathOf(QStringLiteral(".")), arguments[2].section(u',', 0, 0));
+    window.OpenCommandLine({PathOf(QStringLiteral(".")), arguments[2].section(u',', 0, 0)});
     window.ShowPage(page);
     QStringList buttons = arguments[3].split(u',');
     while (!buttons.isEmpty()) {
-        const QString name = buttons.takeFirst();
+        auto *button = window.findChild<QAbstractButton *>(buttons.takeFirst());
+        const QDeadlineTimer patience(10'000);
+        while (!button->isEnabled() && !patience.hasExpired()) // what is opened may come later
+            QApplication::processEvents();
         if (buttons.isEmpty())
             BeginTrace(arguments.sliced(5));
-        window.findChild<QAbstractButton *>(name)->click();
+        button->click();
     }
     window.close();
     return !dialogs.hasFailed;
