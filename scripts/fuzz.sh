@@ -17,7 +17,7 @@ targets=("$@")
 seconds=$((minutes * 60 * $(nproc) / ${#targets[@]}))
 
 fuzz() {
-  bin/"$1" -max_total_time="$2" -timeout=20 -rss_limit_mb=3072 -print_final_stats=1 -verbosity=0 \
+  bin/"$1" -keep_seed=1 -max_total_time="$2" -timeout=20 -rss_limit_mb=3072 -print_final_stats=1 -verbosity=0 \
     -artifact_prefix="findings/$1-" "corpus/$1" "seeds/$1" >"logs/$1" 2>&1 || echo "$1: see build/fuzz/logs/$1"
   printf '%-24s %12s runs\n' "$1" "$(sed -n 's/^stat::number_of_executed_units: *//p' "logs/$1")"
 }

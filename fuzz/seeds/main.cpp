@@ -85,7 +85,7 @@ void AddGai(SeedFolders &seeds)
          {GaiWriting{}, GaiWriting{.Background = true, .Crop = true}, GaiWriting{.Packed = true}}) {
         const ByteArray bytes = WriteGai({0, 0, 48, 32}, Sprites(), writing);
         seeds.Add("read_gaiproject", bytes);
-        for (const std::string_view kind : {"\x02", "\x03@@"})
+        for (const std::string_view kind : {"\x02", "\x03"})
             seeds.Add("read_gai", bytes, kind);
     }
 }
@@ -104,6 +104,14 @@ void AddHai(SeedFolders &seeds)
     seeds.Add("read_hai", bytes);
 }
 
+std::string Mixed(int length)
+{
+    std::string bytes;
+    for (int i = 0; i < length; ++i)
+        bytes += char(i * i / 7);
+    return bytes;
+}
+
 void AddArchives(SeedFolders &seeds)
 {
     const std::string text(3000, 'w');
@@ -116,8 +124,10 @@ void AddArchives(SeedFolders &seeds)
             seeds.Add(target, BytesOf(MakePkg(root)));
     }
     ByteArray packed;
-    ZlBlockPack(packed, BytesOf(text));
-    seeds.Add("read_zlblock", packed);
+    for (const std::string &plain : {Mixed(4000), std::string("w"), text}) {
+        ZlBlockPack(packed, BytesOf(plain));
+        seeds.Add("read_zlblock", packed);
+    }
     ByteArray lengths(8);
     PutLong(lengths, 0, std::int32_t(text.size()));
     PutLong(lengths, 4, ZlChunkStreamPack(packed, BytesOf(text)));
@@ -147,12 +157,9 @@ void AddSounds(SeedFolders &seeds)
 
 void AddWriters(SeedFolders &seeds)
 {
-    std::string bytes;
-    for (int i = 0; i < 4000; ++i)
-        bytes += char(i * i / 7);
     for (const char *target : {"gai", "gi", "hai", "jpeg", "pkg", "png", "settings", "zl"})
-        for (const std::size_t length : {40U, 4000U})
-            seeds.Add(std::string("write_") + target, BytesOf(bytes.substr(0, length)));
+        for (const int length : {40, 4000})
+            seeds.Add(std::string("write_") + target, BytesOf(Mixed(length)));
 }
 
 } // namespace
