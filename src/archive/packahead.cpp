@@ -14,7 +14,9 @@ namespace
 constexpr std::int64_t SmallBudget = 24 << 20;
 constexpr std::size_t MostWaiting = 512; // small files cost more than their bytes
 constexpr std::size_t LengthSize = 4;
-constexpr std::int64_t LargestFile = std::numeric_limits<std::int32_t>::max() - std::int64_t(LengthSize);
+// In an archive of its own, whose offsets are 32-bit.
+constexpr std::int64_t LargestFile = std::numeric_limits<std::int32_t>::max() - std::int64_t(LengthSize) -
+                                     PkgHeaderSize - PkgDirectoryHeaderSize - PkgRecordSize;
 
 std::int64_t CostOf(const PackItem &item)
 {

@@ -42,23 +42,19 @@ bool IsDirectoryAt(const PkgArchive &archive, std::int32_t position)
     return position >= PkgHeaderSize && position <= archive.File.Size() - PkgDirectoryHeaderSize;
 }
 
-// The number of records that the directory at `position` states.
+// The number of records that the directory at `position` states; below 0 when its header can't be read.
 std::int64_t StatedRecords(const PkgArchive &archive, std::int32_t position)
 {
     std::array<std::uint8_t, PkgDirectoryHeaderSize> header = {};
-    return archive.File.ReadAt(position, header) < header.size() ? 0 : std::max(GetLong(header, 4), 0);
+    return archive.File.ReadAt(position, header) < header.size() ? -1 : GetLong(header, 4);
 }
 
-// The first `count` records of the directory at `position`.
-PkgEntryList PkgReadDirectory(const PkgArchive &archive, std::int32_t position, std::int64_t count,
-                              const QString &folder)
+PkgEntryList ReadRecords(ByteView bytes, const QString &folder)
 {
-    ByteArray bytes(std::size_t(count * PkgRecordSize));
-    bytes.resize(archive.File.ReadAt(std::int64_t(position) + PkgDirectoryHeaderSize, bytes));
     PkgEntryList list;
-    list.reserve(std::size_t(count));
+    list.reserve(bytes.size() / PkgRecordSize);
     for (std::size_t start = 0; start + PkgRecordSize <= bytes.size(); start += PkgRecordSize) {
-        PkgEntry entry = ReadRecord(ByteView(bytes).subspan(start, PkgRecordSize), folder);
+        PkgEntry entry = ReadRecord(bytes.subspan(start, PkgRecordSize), folder);
         if (entry.Type >= PkgStored && entry.Type <= PkgFolder)
             list.push_back(std::move(entry));
     }
@@ -117,16 +113,19 @@ bool PkgWalk::MayEnter(std::int32_t position, const QString &folder) const
 
 PkgEntryList PkgWalk::Enter(std::int32_t position, const QString &folder)
 {
-    m_isWhole = MayEnter(position, folder);
-    if (!m_isWhole)
+    m_isWhole = false;
+    if (!MayEnter(position, folder))
         return {};
     m_entered.insert(position);
+    const std::int64_t start = std::int64_t(position) + PkgDirectoryHeaderSize;
     const std::int64_t stated = StatedRecords(m_archive, position);
-    const std::int64_t fitting = RecordsIn(m_archive.File.Size() - position - PkgDirectoryHeaderSize);
-    const std::int64_t count = std::min({stated, fitting, m_recordsLeft});
-    m_isWhole = count == stated;
+    const std::int64_t fitting = std::min(RecordsIn(m_archive.File.Size() - start), m_recordsLeft);
+    const std::int64_t count = std::clamp<std::int64_t>(stated, 0, fitting);
     m_recordsLeft -= count;
-    return PkgReadDirectory(m_archive, position, count, folder);
+    ByteArray bytes(std::size_t(count * PkgRecordSize));
+    bytes.resize(m_archive.File.ReadAt(start, bytes));
+    m_isWhole = std::int64_t(bytes.size()) == stated * PkgRecordSize;
+    return ReadRecords(bytes, folder);
 }
 
 PkgEntryList PkgReadTree(const PkgArchive &archive, std::int32_t position)

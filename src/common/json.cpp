@@ -103,13 +103,16 @@ private:
         return isThere;
     }
 
-    // What grows is there twice for a moment.
-    bool TakeMemory(std::size_t bytes) { return m_budget.Take(2 * std::int64_t(bytes)); }
+    void TakeMemory(std::size_t bytes)
+    {
+        // What grows is there twice for a moment.
+        if (!m_budget.Take(2 * std::int64_t(bytes)))
+            throw std::bad_alloc();
+    }
 
     bool Add(Type type, std::size_t start, std::size_t end)
     {
-        if (!TakeMemory(sizeof(Value)))
-            return false;
+        TakeMemory(sizeof(Value));
         m_values.push_back(
             {std::uint32_t(start), std::uint32_t(end - start), std::uint32_t(m_values.size() + 1), type});
         return true;
@@ -117,9 +120,11 @@ private:
 
     bool Open(Type type)
     {
-        if (!TakeMemory(sizeof m_open[0]))
-            return false;
         m_open.push_back(m_values.size());
+        if (m_open.size() > m_deepest) {
+            m_deepest = m_open.size();
+            TakeMemory(sizeof m_open[0]);
+        }
         ++m_at;
         return Add(type, m_at - 1, m_at);
     }
@@ -211,6 +216,7 @@ private:
     std::size_t m_at = 0;
     std::vector<Value> m_values;
     std::vector<std::size_t> m_open; // arrays and objects, from the outermost in
+    std::size_t m_deepest = 0;       // as long as it has been
 };
 
 std::optional<JsonText> JsonText::Read(ByteView text, std::int64_t memoryLimit)

@@ -22,8 +22,8 @@ public:
     enum Type : std::uint8_t { Null, False, True, Number, String, Array, Object };
 
     // Takes the text apart, which must stay where it is. A byte order mark in front of it is passed over.
-    // Nothing when it is no JSON, or has more values than the memory holds: that many bytes, or for 0 half of
-    // what is free.
+    // Nothing when it is no JSON. Throws std::bad_alloc when it has more values than the memory holds: that
+    // many bytes, or for 0 half of what is free.
     static std::optional<JsonText> Read(ByteView text, std::int64_t memoryLimit = 0);
 
     // The value `index`; 0 is the whole.

@@ -20,8 +20,8 @@ struct Drive {
 
 using DriveTable = std::vector<Drive>;
 
-// Reads the table anew: the drives in letter order. C: is always there, and a drive that stays keeps its
-// letter.
+// Reads the table anew: the drives in letter order. C: is always there, and a drive keeps its letter
+// while the program runs, also when it goes and comes back.
 DriveTable ListDrives();
 
 // The table as it was read last, for translating paths.

@@ -1,5 +1,6 @@
 #include "archive/packjob.h"
 #include "archive/unpackjob.h"
+#include "common/files.h"
 
 #include "support/fulldisk.h"
 #include "support/madepkg.h"
@@ -223,16 +224,20 @@ TEST_F(Jobs, LoseAnOlderArchiveOnlyToAWholeOne)
 TEST_F(Jobs, TellWhatCannotBeRead)
 {
     MakeFiles();
-    const auto packWithout = [this](const char *path, int rights) {
+    bool isWithinReach = false;
+    const auto packWithout = [&](const char *path, int rights) {
         ::chmod(folder.Native(path).c_str(), mode_t(rights));
         const int user = ::setfsuid(65534); // the superuser may read anything
+        isWithinReach = FolderExists(packing.Folder);
         const JobEnd end = Pack();
         ::setfsuid(uid_t(user));
         return end;
     };
     ::chmod(folder.Native().c_str(), 0777);
     for (const char *path : {"tree/a.txt", "tree/Gfx/X.PNG", "tree/пусто"})
-        EXPECT_EQ(JobEnd::Done, packWithout(path, 0));
+        EXPECT_TRUE(packWithout(path, 0) == JobEnd::Done || !isWithinReach);
+    if (!isWithinReach)
+        GTEST_SKIP() << "the temporary folder is private";
     EXPECT_EQ(QStringList({u"ERR: Ошибка чтения файла: Gfx\\X.PNG"_s, u"ERR: Нет доступа к папке: пусто\\"_s,
                            u"FILE:  a.txt (Ошибка чтения файла)"_s}),
               lines.filter(QRegularExpression(u"чтения|доступа"_s)));

@@ -51,6 +51,19 @@ TEST(PkgReader, WalksAndListsAnyDirectories)
     }
 }
 
+TEST(PkgReader, TellsWhetherADirectoryIsWhole)
+{
+    for (const auto &[text, isWhole] : {std::pair{u"4: a b"_s, true},
+                                        {u"4 1: a b"_s, true},
+                                        {u"4 3: a b"_s, false},
+                                        {u"4 -1: a b"_s, false}}) {
+        const PkgHandle archive = Open(MakeDirectories(text));
+        PkgWalk walk(*archive);
+        walk.Enter(4, {});
+        EXPECT_EQ(isWhole, walk.IsWhole()) << text.toStdString();
+    }
+}
+
 TEST(PkgReader, ReadsWhatIsThere)
 {
     ByteArray bytes(100);

@@ -77,7 +77,7 @@ TEST(DatReading, TakesMemoryInProportionToTheFile)
     bytes.resize(bytes.size() + 20'000'000, 0);
     ZlBlockPack(packed, bytes);
     EXPECT_EQ(0, DatParse(packed).Count()) << packed.size();
-    DatTree tree = DatParse(std::move(bytes));
+    DatTree tree = DatParse(std::move(bytes), {.MemoryLimit = 400'000'000});
     EXPECT_EQ(4'000'001, tree.Count());
     tree.IsZL = true;
     EXPECT_TRUE(DatSerialize(tree).empty()) << "it would not be read again";

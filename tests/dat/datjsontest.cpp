@@ -47,7 +47,7 @@ TEST(DatJson, DepthIsTheFilesToChoose)
     EXPECT_FALSE(JsonText::Read(BytesOf(std::string(depth, '['))));
     const std::string deep = std::string(depth, '[') + std::string(depth, ']');
     EXPECT_TRUE(JsonText::Read(BytesOf(deep)));
-    EXPECT_FALSE(JsonText::Read(BytesOf(deep), 10 * depth)) << "more than memory holds";
+    EXPECT_THROW(JsonText::Read(BytesOf(deep), 10 * depth), std::bad_alloc);
 }
 
 TEST(DatJson, WhatOthersWriteIsReadAndWhatIsWrongIsToldWithItsPlace)

@@ -121,10 +121,14 @@ TEST(FileIo, ReplacesAnothersFileKeepingItsGroup)
     const TempFolder folder;
     folder.Put("theirs", "old");
     for (const std::string &path : {folder.Native(), folder.Native("theirs")})
-        ASSERT_TRUE(::chown(path.c_str(), 40'000, shared) == 0 && ::chmod(path.c_str(), 0770) == 0);
+        if (::chown(path.c_str(), 40'000, shared) != 0 || ::chmod(path.c_str(), 0770) != 0)
+            GTEST_SKIP() << "there are no other users here";
     ASSERT_TRUE(::setgroups(1, &shared) == 0 && ::setegid(40'001) == 0 && ::seteuid(40'001) == 0);
+    const bool isWithinReach = GetFileFacts(folder.Native("theirs")).Exists;
     const FileError error = WriteWholeFile(folder.Native("theirs"), BytesOf("new"));
     ASSERT_TRUE(::seteuid(0) == 0 && ::setegid(0) == 0 && ::setgroups(0, nullptr) == 0);
+    if (!isWithinReach)
+        GTEST_SKIP() << "the temporary folder is private";
     EXPECT_EQ(error, FileError::None);
     EXPECT_EQ(folder.Get("theirs"), "new");
     struct stat facts = {};

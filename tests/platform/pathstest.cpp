@@ -70,6 +70,10 @@ TEST(Drives, AreWhatAPersonWouldCallSoUpToZ)
         for (std::size_t index = 0; index < drives.size(); ++index)
             EXPECT_TRUE(index == 1 || later[index].MountPoint == drives[index].MountPoint) << index;
     }
+
+    // While there are letters that nobody had, that of a gone drive waits for it.
+    std::erase_if(now, [&](const Mount &mount) { return mount.MountPoint != drives[2].MountPoint; });
+    EXPECT_EQ(DrivesFromMounts(now, questions, {drives[1]}).back().Letter, 'E');
 }
 
 TEST(Drives, OfThisMachineTranslateBothWays)

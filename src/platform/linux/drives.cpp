@@ -74,21 +74,34 @@ QString LabelOf(const Mount &mount)
 
 std::mutex tableLock;
 std::shared_ptr<const DriveTable> table; // null until it was read
+DriveTable given;                        // whoever had a letter, each letter once
 
-std::shared_ptr<const DriveTable> ReadTable(const DriveTable &before)
+DriveTable ReadTable(const DriveTable &givenBefore)
 {
     const std::vector<Mount> mounts = ParseMountInfo(ReadSystemFile("/proc/self/mountinfo"));
-    return std::make_shared<const DriveTable>(
-        DrivesFromMounts(mounts, {IsRemovable, IsFolder, LabelOf}, before));
+    return DrivesFromMounts(mounts, {IsRemovable, IsFolder, LabelOf}, givenBefore);
+}
+
+void TakeTable(DriveTable drives)
+{
+    std::erase_if(given, [&drives](const Drive &older) {
+        return std::ranges::count(drives, older.Letter, &Drive::Letter) > 0;
+    });
+    given.insert(given.end(), drives.begin(), drives.end());
+    table = std::make_shared<const DriveTable>(std::move(drives));
 }
 
 } // namespace
 
 DriveTable ListDrives()
 {
-    std::shared_ptr<const DriveTable> fresh = ReadTable(*KnownDrives());
+    const auto givenBefore = [] {
+        const std::lock_guard guard(tableLock);
+        return given;
+    };
+    DriveTable fresh = ReadTable(givenBefore()); // which may take its time
     const std::lock_guard guard(tableLock);
-    table = std::move(fresh);
+    TakeTable(std::move(fresh));
     return *table;
 }
 
@@ -96,7 +109,7 @@ std::shared_ptr<const DriveTable> KnownDrives()
 {
     const std::lock_guard guard(tableLock);
     if (table == nullptr)
-        table = ReadTable({});
+        TakeTable(ReadTable(given));
     return table;
 }
 

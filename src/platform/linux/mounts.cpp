@@ -121,23 +121,28 @@ std::vector<Mount> ParseMountInfo(std::string_view text)
 }
 
 DriveTable DrivesFromMounts(const std::vector<Mount> &mounts, const MountQuestions &questions,
-                            const DriveTable &before)
+                            const DriveTable &given)
 {
     const auto root = std::ranges::find(mounts, "/", &Mount::MountPoint);
     DriveTable drives = {{'C', DriveFixed, root == mounts.end() ? QString() : questions.Label(*root), "/"}};
 
-    const auto isKept = [&](char letter) {
-        const auto drive = std::ranges::find(before, letter, &Drive::Letter);
-        return drive != before.end() && std::ranges::count(mounts, drive->MountPoint, &Mount::MountPoint) > 0;
+    const auto isTaken = [&](char letter) {
+        const auto older = std::ranges::find(given, letter, &Drive::Letter);
+        const bool isThere =
+            older != given.end() && std::ranges::count(mounts, older->MountPoint, &Mount::MountPoint) > 0;
+        return isThere || std::ranges::count(drives, letter, &Drive::Letter) > 0;
     };
-    char fresh = 'D';
-    const auto letterOf = [&](const std::string &mountPoint) -> char {
-        const auto older = std::ranges::find(before, mountPoint, &Drive::MountPoint);
-        if (older != before.end())
-            return older->Letter;
-        while (isKept(fresh))
-            ++fresh;
-        return fresh <= 'Z' ? fresh++ : 0;
+    // One that nobody had; else one whose drive is gone.
+    const auto freeLetter = [&]() -> char {
+        for (const bool isNew : {true, false})
+            for (char letter = 'D'; letter <= 'Z'; ++letter)
+                if (!isTaken(letter) && !(isNew && std::ranges::count(given, letter, &Drive::Letter) > 0))
+                    return letter;
+        return 0;
+    };
+    const auto letterOf = [&](const std::string &mountPoint) {
+        const auto older = std::ranges::find(given, mountPoint, &Drive::MountPoint);
+        return older != given.end() ? older->Letter : freeLetter();
     };
     for (auto mount = mounts.begin(); mount != mounts.end(); ++mount) {
         const int type = mount == root ? 0 : DriveTypeIfDrive(*mount, questions);

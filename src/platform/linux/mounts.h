@@ -30,9 +30,10 @@ struct MountQuestions {
 
 // The drives in letter order: "/" is C:; then come, in the order of `mounts`, what a person would call a
 // drive: removable, optical, network and RAM disks outside the system's own folders, and whatever is mounted
-// under /media, /run/media and /mnt. One that was among the drives `before` keeps its letter, because the
-// program holds paths of open files. What the letters up to Z do not suffice for is left out.
+// under /media, /run/media and /mnt. One of those that a letter was `given` gets it again, and no other drive
+// does while there are letters that nobody had, because the program holds paths of open files. What the
+// letters up to Z do not suffice for is left out.
 DriveTable DrivesFromMounts(const std::vector<Mount> &mounts, const MountQuestions &questions,
-                            const DriveTable &before);
+                            const DriveTable &given);
 
 } // namespace wb
