@@ -4,6 +4,7 @@
 #include "anim/gaieditorpage.h"
 #include "anim/haieditorpage.h"
 #include "app/optionspage.h"
+#include "app/pagebuttons.h"
 #include "app/statusstrip.h"
 #include "archive/packerpage.h"
 #include "archive/unpackerpage.h"
@@ -18,10 +19,7 @@
 #include "widgets/captionbar.h"
 #include "widgets/page.h"
 
-#include <QButtonGroup>
 #include <QCloseEvent>
-#include <QHBoxLayout>
-#include <QPushButton>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -51,19 +49,15 @@ constexpr int OptionsIndex = 8;
 constexpr int DrawnPages =
     5; // the first pages draw pictures and are asked to draw again when they come forward
 
-const char *const PageCaptions[frmMain::PageCount] = {"ResViewer",    "GI Editor",    "GAI Editor",
-                                                      "HAI Editor",   "Anim Creator", "DAT Editor",
-                                                      "PKG UnPacker", "PKG Packer",   "Опции"};
-
 } // namespace
 
 frmMain::frmMain(Dialogs &dialogs, QString settingsPath, clsRegistryObject &registry)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_dialogs(dialogs), m_registry(registry),
       m_settingsPath(std::move(settingsPath)), m_settings(LoadSettings(m_settingsPath)),
-      m_caption(new CaptionBar(m_res, QStringLiteral("Workbench"), this)), m_pageButtons(new QWidget(this)),
-      m_halves(new QSplitter(this)), m_pages(new QStackedWidget(m_halves)), m_status(new StatusStrip(this)),
-      m_log(new frmLog(this)), m_unpackJob(*m_status), m_packJob(*m_status),
-      m_datEditor(m_settings, m_dialogs, *m_status)
+      m_caption(new CaptionBar(m_res, QStringLiteral("Workbench"), this)),
+      m_pageButtons(new PageButtons(this)), m_halves(new QSplitter(this)),
+      m_pages(new QStackedWidget(m_halves)), m_status(new StatusStrip(this)), m_log(new frmLog(this)),
+      m_unpackJob(*m_status), m_packJob(*m_status), m_datEditor(m_settings, m_dialogs, *m_status)
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Workbench"));
@@ -75,13 +69,14 @@ frmMain::frmMain(Dialogs &dialogs, QString settingsPath, clsRegistryObject &regi
     column->setContentsMargins(1, 1, 1, 1);
     column->setSpacing(0);
     column->addWidget(m_caption);
-    column->addWidget(MakePageButtons());
+    column->addWidget(m_pageButtons);
     column->addWidget(m_halves, 1);
     column->addWidget(m_status);
     MakeViewer();
     PlaceLists();
     KeepAssociations();
 
+    connect(m_pageButtons, &PageButtons::Chosen, this, &frmMain::PageShown);
     connect(m_caption, &CaptionBar::Dragged, this, [this] { StartWindowMove(*this); });
     connect(m_caption, &CaptionBar::Released, this, [this] { CancelWindowMove(*this); });
     connect(m_caption, &CaptionBar::DoubleClicked, this, &frmMain::ToggleMaximised);
@@ -102,30 +97,6 @@ frmMain::~frmMain()
 {
     Shutdown();
     delete m_halves; // while there is what the pages refer to
-}
-
-QWidget *frmMain::MakePageButtons()
-{
-    m_pageButtons->setObjectName(QStringLiteral("picPages"));
-    m_pageButtons->setAttribute(Qt::WA_StyledBackground);
-    auto *row = new QHBoxLayout(m_pageButtons);
-    row->setContentsMargins(6, 0, 6, 0);
-    row->setSpacing(0);
-    auto *group = new QButtonGroup(m_pageButtons);
-    for (int i = 0; i < PageCount; ++i) {
-        auto *button = new QPushButton(QString::fromUtf8(PageCaptions[i]), m_pageButtons);
-        button->setObjectName(QStringLiteral("cmdPage(%1)").arg(i));
-        button->setCheckable(true);
-        button->setFocusPolicy(Qt::TabFocus);
-        group->addButton(button, i);
-        row->addWidget(button);
-        cmdPage[std::size_t(i)] = button;
-        if (i == OptionsIndex - 1)
-            row->addStretch(1);
-    }
-    cmdPage[0]->setChecked(true);
-    connect(group, &QButtonGroup::idClicked, this, &frmMain::PageShown);
-    return m_pageButtons;
 }
 
 void frmMain::MakeViewer()
@@ -197,7 +168,7 @@ void frmMain::FirstFrameShown()
         return;
     MakeOtherPages();
     if (m_commandLine)
-        OpenCommandLine(*m_commandLine);
+        OpenCommandLine(*std::exchange(m_commandLine, {}));
 }
 
 void frmMain::PlaceLists()
@@ -218,7 +189,7 @@ Page *frmMain::PageAt(int page) const
 
 void frmMain::ShowPage(int page)
 {
-    cmdPage[std::size_t(page)]->click();
+    m_pageButtons->Press(page);
 }
 
 // Pages out of view ask for none, so that the lists have what the page leaves them.

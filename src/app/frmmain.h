@@ -20,7 +20,6 @@
 #include <array>
 #include <optional>
 
-class QPushButton;
 class QSplitter;
 class QStackedWidget;
 
@@ -30,6 +29,7 @@ namespace wb
 class CaptionBar;
 class clsRegistryObject;
 class Page;
+class PageButtons;
 class StatusStrip;
 class ViewerPage;
 
@@ -66,7 +66,6 @@ private:
     void AddPage(Page *page);
     void FirstFrameShown();
     void PlaceLists();
-    QWidget *MakePageButtons();
     void GiveRoom(int page);
     void PageShown(int page);
     void KeepAssociations();
@@ -101,7 +100,7 @@ private:
 
     ViewerPage *m_viewer = nullptr; // before the others, whose making sends events here
     CaptionBar *m_caption;
-    QWidget *m_pageButtons;
+    PageButtons *m_pageButtons;
     QSplitter *m_halves; // the viewer's lists, which some pages are used with, and the pages
     QStackedWidget *m_pages;
     StatusStrip *m_status;
@@ -109,7 +108,6 @@ private:
     UnpackJob m_unpackJob;
     PackJob m_packJob;
     DatEditor m_datEditor;
-    std::array<QPushButton *, PageCount> cmdPage{};
     NotificationIcon m_notification;
     WheelNotches m_wheel;
     QTimer tmrFocusChecker;

@@ -29,6 +29,7 @@ StatusStrip::StatusStrip(QWidget *parent)
     setAttribute(Qt::WA_StyledBackground);
     setFixedHeight(32);
     lblStatus->setObjectName(QStringLiteral("lblStatus"));
+    lblStatus->setTextFormat(Qt::PlainText); // names may look like markup
     auto *memory = new QLabel(UiText(TextMemory), this);
     memory->setObjectName(QStringLiteral("lblMemory"));
     prgProgress->setFixedSize(260, 8);

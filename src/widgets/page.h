@@ -13,8 +13,8 @@ class Page : public QWidget
 public:
     using QWidget::QWidget;
 
-    // Gives every control of the page the value that the settings hold; called once, before the window is
-    // shown.
+    // Gives every control of the page the value that the settings hold; called once, when the page is in
+    // the window.
     virtual void ApplySettings() {}
 
     // Draws again what depends on colours, size or visibility.

@@ -59,6 +59,16 @@ protected:
                               m_image);
     }
 
+    // The release of a button goes elsewhere while a box is open.
+    void changeEvent(QEvent *event) override
+    {
+        QWidget::changeEvent(event);
+        if (event->type() != QEvent::EnabledChange)
+            return;
+        m_isHeld = false;
+        ShowCursor();
+    }
+
     void mousePressEvent(QMouseEvent *event) override
     {
         if (event->button() != Qt::LeftButton)

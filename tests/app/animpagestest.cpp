@@ -96,10 +96,11 @@ TEST_F(HaiEditor, IsSavedWhenTheWindowClosesWhileNothingElseCanBeUsed)
     QTimer::singleShot(0, [&] { // when the first frame is written
         window->ShowPage(0);
         Click("cmdCopyGAICR");
+        EXPECT_TRUE(Find("picPage(3)")->isVisible());
+        EXPECT_EQ(0, Find<ListBox>("lstGAICR_List")->ListCount());
     });
     Do(u"cmdClose"_s, question + u"yes&HAI файлы (*.hai)|*.hai==@\\a.hai"_s);
     EXPECT_FALSE(window->isVisible());
-    EXPECT_EQ(0, Find<ListBox>("lstGAICR_List")->ListCount());
 }
 
 TEST_F(HaiEditor, HasTheFocusAgainWhenClosingIsCancelled)

@@ -47,6 +47,17 @@ TEST_F(MainWindow, EachButtonShowsItsPage)
     }
 }
 
+TEST_F(MainWindow, ClosesBeforeItsFirstFrame)
+{
+    window = std::make_unique<frmMain>(dialogs, QString(), registry);
+    window->show();
+    window->OpenCommandLine({folder.Path(), {}});
+    window->close();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_FALSE(window->IsFirstFrameShown());
+}
+
 TEST_F(MainWindow, KeepsItsSmallestSize)
 {
     OpenWindow();

@@ -53,25 +53,30 @@ public:
     bool hasFailed = false;
 };
 
+constexpr int Patience = 10'000; // ms
+
 bool IsTraced()
 {
     QFile status(QStringLiteral("/proc/self/status"));
     return status.open(QIODevice::ReadOnly) && !status.readAll().contains("TracerPid:\t0\n");
 }
 
-void BeginTrace(QStringList tracer)
+// False when none came.
+bool BeginTrace(QStringList tracer)
 {
     if (tracer.isEmpty())
-        return;
+        return true;
     ::prctl(PR_SET_PTRACER, PR_SET_PTRACER_ANY);
     const QString program = tracer.takeFirst();
     QProcess::startDetached(program, tracer << QStringLiteral("-p")
                                             << QString::number(QApplication::applicationPid()));
-    while (!IsTraced())
+    const QDeadlineTimer patience(Patience);
+    while (!IsTraced() && !patience.hasExpired())
         QThread::msleep(1);
+    return IsTraced();
 }
 
-// False when an error box came.
+// False when an error box or no tracer came.
 bool Run(const QStringList &arguments)
 {
     constexpr int OptionsPage = 8;
@@ -90,11 +95,13 @@ bool Run(const QStringList &arguments)
     QStringList buttons = arguments[3].split(u',');
     while (!buttons.isEmpty()) {
         auto *button = window.findChild<QAbstractButton *>(buttons.takeFirst());
-        const QDeadlineTimer patience(10'000);
+        const QDeadlineTimer patience(Patience);
         while (!button->isEnabled() && !patience.hasExpired()) // what is opened may come later
             QApplication::processEvents();
-        if (buttons.isEmpty())
-            BeginTrace(arguments.sliced(5));
+        if (buttons.isEmpty() && !BeginTrace(arguments.sliced(5))) {
+            std::puts("no tracer came");
+            return false;
+        }
         button->click();
     }
     window.close();
