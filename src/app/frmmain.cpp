@@ -45,7 +45,6 @@ constexpr int AnimCreatorIndex = 4;
 constexpr int DatEditorIndex = 5;
 constexpr int UnpackerIndex = 6;
 constexpr int PackerIndex = 7;
-constexpr int OptionsIndex = 8;
 constexpr int DrawnPages =
     5; // the first pages draw pictures and are asked to draw again when they come forward
 
